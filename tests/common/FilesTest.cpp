@@ -1,0 +1,152 @@
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "common/Files.h"
+#include "common/RuntimeFailure.h"
+#include "support/TempFolder.h"
+
+namespace kelvane {
+namespace {
+
+namespace fs = std::filesystem;
+using test::TempFolder;
+
+const Bytes kContent = {1, 2, 3};
+
+template <class Action>
+int NumberOf(Action action) {
+  try {
+    action();
+  } catch (const RuntimeFailure& failure) {
+    return failure.Number();
+  }
+  return 0;
+}
+
+TEST(FileExists, TellsAFileFromNone) {
+  const TempFolder folder;
+  folder.Write("a.rco", kContent);
+  EXPECT_TRUE(FileExists(folder / "a.rco"));
+  EXPECT_FALSE(FileExists(folder / "b.rco"));
+  EXPECT_FALSE(FileExists(""));
+  EXPECT_FALSE(FileExists(folder / "missing/a.rco"));
+}
+
+TEST(FileExists, AFileWithoutContentExistsUnlessContentIsRequired) {
+  const TempFolder folder;
+  folder.Write("empty", {});
+  EXPECT_TRUE(FileExists(folder / "empty"));
+  EXPECT_FALSE(FileExists(folder / "empty", true));
+  folder.Write("full", kContent);
+  EXPECT_TRUE(FileExists(folder / "full", true));
+}
+
+TEST(FileExists, AWildcardIsMatchedAsSuch) {
+  const TempFolder folder;
+  folder.Write("page.rco", kContent);
+  EXPECT_TRUE(FileExists(folder / "*.rco"));
+  EXPECT_TRUE(FileExists(folder / "p?ge.rco"));
+  EXPECT_TRUE(FileExists(folder / "*g*.rco", true));
+  EXPECT_FALSE(FileExists(folder / "*.bmp"));
+  EXPECT_FALSE(FileExists(folder / "?.rco"));
+}
+
+TEST(Files, ReadingGivesTheBytesWritten) {
+  const TempFolder folder;
+  Bytes large(100000);
+  for (std::size_t i = 0; i < large.size(); ++i) {
+    large[i] = static_cast<std::uint8_t>(i * 7);
+  }
+  WriteWholeFile(folder / "f", large);
+  EXPECT_EQ(ReadWholeFile(folder / "f"), large);
+  EXPECT_EQ(FileLength(folder / "f"), 100000);
+  WriteWholeFile(folder / "f", kContent);
+  EXPECT_EQ(ReadWholeFile(folder / "f"), kContent);
+}
+
+TEST(Files, FailuresHaveTheirNumbers) {
+  const TempFolder folder;
+  folder.Write("file", kContent);
+  EXPECT_EQ(NumberOf([&] { (void)ReadWholeFile(folder / "none"); }), 53);
+  EXPECT_EQ(NumberOf([&] { (void)ReadWholeFile(folder / "file/inside"); }), 76);
+  EXPECT_EQ(NumberOf([&] { (void)ReadWholeFile(folder.Path()); }), 75);
+  EXPECT_EQ(NumberOf([&] { WriteWholeFile(folder / "none/file", kContent); }), 76);
+  EXPECT_EQ(NumberOf([&] { WriteWholeFile(folder.Path(), kContent); }), 75);
+  EXPECT_EQ(NumberOf([&] { (void)FileLength(folder / "none"); }), 53);
+  EXPECT_EQ(NumberOf([&] { DeleteFile(folder / "none"); }), 53);
+  EXPECT_EQ(NumberOf([&] { CopyWholeFile(folder / "none", folder / "b"); }), 53);
+  EXPECT_EQ(NumberOf([&] { (void)DateOfFile(folder / "none"); }), 53);
+  EXPECT_EQ(NumberOf([&] { SaveStaged(folder / "none/file", kContent); }), 76);
+}
+
+TEST(Files, AFullDiskIsFailure61) {
+  if (!fs::exists("/dev/full")) {
+    FAIL() << "this test needs /dev/full";
+  }
+  EXPECT_EQ(NumberOf([] { WriteWholeFile("/dev/full", kContent); }), 61);
+}
+
+TEST(Files, CopyingReplacesWhatStoodThere) {
+  const TempFolder folder;
+  folder.Write("a", kContent);
+  folder.Write("b", Bytes(10));
+  CopyWholeFile(folder / "a", folder / "b");
+  EXPECT_EQ(ReadWholeFile(folder / "b"), kContent);
+}
+
+TEST(Files, DeletingQuietlyLeavesFoldersAndNeverFails) {
+  const TempFolder folder;
+  folder.Write("a", kContent);
+  DeleteFileQuietly(folder / "a");
+  DeleteFileQuietly(folder / "a");
+  DeleteFileQuietly(folder.Path());
+  EXPECT_EQ(folder.Names(), std::vector<std::string>());
+  EXPECT_TRUE(fs::exists(folder.Path()));
+}
+
+TEST(SaveStaged, ReplacesTheContentAndLeavesNothingBeside) {
+  const TempFolder folder;
+  folder.Write("a.rco", Bytes(10));
+  SaveStaged(folder / "a.rco", kContent);
+  EXPECT_EQ(ReadWholeFile(folder / "a.rco"), kContent);
+  EXPECT_EQ(folder.Names(), std::vector<std::string>{"a.rco"});
+}
+
+TEST(SaveStaged, KeepsPermissions) {
+  const TempFolder folder;
+  const fs::path path = folder.Write("a.rco", kContent);
+  ASSERT_EQ(chmod(path.c_str(), 0640), 0);
+  SaveStaged(path, Bytes(5));
+  EXPECT_EQ(fs::status(path).permissions(), fs::perms(0640));
+}
+
+TEST(SaveStaged, FollowsSymbolicLinks) {
+  const TempFolder folder;
+  fs::create_directory(folder / "real");
+  folder.Write("real/a.rco", kContent);
+  fs::create_symlink("real/a.rco", folder / "middle.rco");
+  fs::create_symlink(folder / "middle.rco", folder / "link.rco");
+  SaveStaged(folder / "link.rco", Bytes(5));
+  EXPECT_TRUE(fs::is_symlink(folder / "link.rco"));
+  EXPECT_TRUE(fs::is_symlink(folder / "middle.rco"));
+  EXPECT_EQ(ReadWholeFile(folder / "real/a.rco"), Bytes(5));
+}
+
+TEST(SaveStaged, ALinkToItselfIsFailure75) {
+  const TempFolder folder;
+  fs::create_symlink("loop", folder / "loop");
+  EXPECT_EQ(NumberOf([&] { SaveStaged(folder / "loop", kContent); }), 75);
+}
+
+TEST(CopyDurably, CopiesContentAndPermissions) {
+  const TempFolder folder;
+  const fs::path path = folder.Write("a.rco", kContent);
+  ASSERT_EQ(chmod(path.c_str(), 0600), 0);
+  CopyDurably(path, folder / "a.rco.bak");
+  EXPECT_EQ(ReadWholeFile(folder / "a.rco.bak"), kContent);
+  EXPECT_EQ(fs::status(folder / "a.rco.bak").permissions(), fs::perms(0600));
+}
+
+}  // namespace
+}  // namespace kelvane

@@ -1,0 +1,91 @@
+#include <gtest/gtest.h>
+
+#include "common/Numbers.h"
+#include "common/RuntimeFailure.h"
+
+namespace kelvane {
+namespace {
+
+template <class Action>
+int NumberOf(Action action) {
+  try {
+    action();
+  } catch (const RuntimeFailure& failure) {
+    return failure.Number();
+  }
+  return 0;
+}
+
+TEST(Hex, IsUpperCaseWithoutLeadingZeros) {
+  EXPECT_EQ(HexOf(std::int32_t{0}), "0");
+  EXPECT_EQ(HexOf(std::int32_t{0x2000C}), "2000C");
+  EXPECT_EQ(HexOf(std::int32_t{-1}), "FFFFFFFF");
+  EXPECT_EQ(HexOf(std::int16_t{-1}), "FFFF");
+}
+
+TEST(PadLeft, FillsUpToTheWidth) {
+  EXPECT_EQ(PadLeft("1F", 8, '0'), "0000001F");
+  EXPECT_EQ(PadLeft("12345678", 8, '0'), "12345678");
+}
+
+TEST(PadLeft, ANegativeCountIsFailure5AndNotATruncation) {
+  EXPECT_EQ(NumberOf([] { (void)PadLeft("403", 2, '0'); }), 5);
+}
+
+TEST(HexToValue, StopsAtTheFirstCharacterThatIsNoDigit) {
+  EXPECT_EQ(HexToValue("1f] 0x", true), 0x1F);
+  EXPECT_EQ(HexToValue("", true), 0);
+  EXPECT_EQ(HexToValue("G1", true), 0);
+}
+
+TEST(HexToValue, EightDigitsAreASigned32BitValueAndFourASigned16BitOne) {
+  EXPECT_EQ(HexToValue("FFFFFFFF", true), -1);
+  EXPECT_EQ(HexToValue("80000000", true), -2147483647 - 1);
+  EXPECT_EQ(HexToValue("FFFF", true), 0xFFFF);
+  EXPECT_EQ(HexToValue("FFFF", false), -1);
+  EXPECT_EQ(HexToValue("040C", false), 0x40C);
+}
+
+TEST(HexToValue, MoreDigitsAreFailure6) {
+  EXPECT_EQ(NumberOf([] { (void)HexToValue("123456789", true); }), 6);
+  EXPECT_EQ(NumberOf([] { (void)HexToValue("12345", false); }), 6);
+}
+
+TEST(LeadingNumber, ReadsTheNumberThatATextBeginsWith) {
+  EXPECT_EQ(LeadingNumber("1.6"), 1.6);
+  EXPECT_EQ(LeadingNumber("1:5"), 1);
+  EXPECT_EQ(LeadingNumber("  -2.5abc"), -2.5);
+  EXPECT_EQ(LeadingNumber("+.5"), 0.5);
+  EXPECT_EQ(LeadingNumber("1e2"), 100);
+  EXPECT_EQ(LeadingNumber("1D2"), 100);
+  EXPECT_EQ(LeadingNumber("1e"), 1);
+  EXPECT_EQ(LeadingNumber("1e+x"), 1);
+  EXPECT_EQ(LeadingNumber("1 2"), 12);
+  EXPECT_EQ(LeadingNumber("1.2.3"), 1.2);
+}
+
+TEST(LeadingNumber, ATextThatBeginsWithNoneIsZero) {
+  EXPECT_EQ(LeadingNumber(""), 0);
+  EXPECT_EQ(LeadingNumber("abc"), 0);
+  EXPECT_EQ(LeadingNumber("."), 0);
+  EXPECT_EQ(LeadingNumber("-"), 0);
+  EXPECT_EQ(LeadingNumber("inf"), 0);
+  EXPECT_EQ(LeadingNumber("nan"), 0);
+  EXPECT_EQ(LeadingNumber("0x1F"), 0);
+}
+
+TEST(LeadingNumber, AnAmpersandBeginsHexadecimalAndOctal) {
+  EXPECT_EQ(LeadingNumber("&H1F"), 31);
+  EXPECT_EQ(LeadingNumber("&HFFFF"), -1);
+  EXPECT_EQ(LeadingNumber("&H10000"), 65536);
+  EXPECT_EQ(LeadingNumber("&O17"), 15);
+  EXPECT_EQ(LeadingNumber("&17"), 0);
+}
+
+TEST(LeadingNumber, TooLargeIsFailure6AndTooNearToZeroIsZero) {
+  EXPECT_EQ(NumberOf([] { (void)LeadingNumber("1e999"); }), 6);
+  EXPECT_EQ(LeadingNumber("1e-999"), 0);
+}
+
+}  // namespace
+}  // namespace kelvane
