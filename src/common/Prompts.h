@@ -59,6 +59,8 @@ class Prompts {
   virtual FileChoice ShowFileDialog(const FileDialog& dialog) = 0;
   // A folder of the file system; empty: cancelled.
   virtual std::filesystem::path BrowseForFolder(const std::string& title) = 0;
+  // The input box: one line of text that starts as `defaultText`. Empty: cancelled, or nothing was typed.
+  virtual std::string AskText(const std::string& prompt, const std::string& defaultText) = 0;
 };
 
 // Shows a message with an OK button only.

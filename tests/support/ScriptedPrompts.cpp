@@ -36,6 +36,10 @@ void ScriptedPrompts::ExpectFolder(std::string title, std::filesystem::path fold
   script_.push_back(ExpectedFolder{std::move(title), std::move(folder)});
 }
 
+void ScriptedPrompts::ExpectInput(std::string prompt, std::string defaultText, std::string answer) {
+  script_.push_back(ExpectedInput{std::move(prompt), std::move(defaultText), std::move(answer)});
+}
+
 template <class Type>
 const Type* ScriptedPrompts::Next(const std::string& asked) {
   if (script_.empty() || !std::holds_alternative<Type>(script_.front())) {
@@ -77,6 +81,16 @@ std::filesystem::path ScriptedPrompts::BrowseForFolder(const std::string& title)
   }
   EXPECT_EQ(title, expected->title);
   return expected->folder;
+}
+
+std::string ScriptedPrompts::AskText(const std::string& prompt, const std::string& defaultText) {
+  const auto* expected = Next<ExpectedInput>("input box " + prompt);
+  if (expected == nullptr) {
+    return {};
+  }
+  EXPECT_EQ(prompt, expected->prompt);
+  EXPECT_EQ(defaultText, expected->defaultText);
+  return expected->answer;
 }
 
 void ScriptedWatch::Start() {

@@ -32,10 +32,13 @@ class ScriptedPrompts : public Prompts {
   // A file dialog; `check` may look at what it was asked with.
   void ExpectFileDialog(FileChoice choice, std::function<void(const FileDialog&)> check = {});
   void ExpectFolder(std::string title, std::filesystem::path folder);
+  // The input box, compared in prompt and default; an empty answer is Cancel.
+  void ExpectInput(std::string prompt, std::string defaultText, std::string answer);
 
   Answer ShowMessage(const Message& message) override;
   FileChoice ShowFileDialog(const FileDialog& dialog) override;
   std::filesystem::path BrowseForFolder(const std::string& title) override;
+  std::string AskText(const std::string& prompt, const std::string& defaultText) override;
 
  private:
   struct ExpectedMessage {
@@ -50,7 +53,12 @@ class ScriptedPrompts : public Prompts {
     std::string title;
     std::filesystem::path folder;
   };
-  using Expected = std::variant<ExpectedMessage, ExpectedFile, ExpectedFolder>;
+  struct ExpectedInput {
+    std::string prompt;
+    std::string defaultText;
+    std::string answer;
+  };
+  using Expected = std::variant<ExpectedMessage, ExpectedFile, ExpectedFolder, ExpectedInput>;
 
   // The next expected question if it is of that type; otherwise the test fails and the result is null.
   template <class Type>
