@@ -175,6 +175,16 @@ void DeleteFile(const fs::path& path) {
   }
 }
 
+void DeleteFileIfThere(const fs::path& path) {
+  std::error_code error;
+  if (fs::is_directory(path, error)) {
+    throw RuntimeFailure(FailureCode::PathAccessError);
+  }
+  if (!fs::remove(path, error) && error && error != std::errc::not_a_directory) {
+    ThrowErrno(error.value());
+  }
+}
+
 void DeleteFileQuietly(const fs::path& path) noexcept {
   std::error_code error;
   if (!fs::is_directory(path, error)) {

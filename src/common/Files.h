@@ -30,6 +30,9 @@ void CopyWholeFile(const std::filesystem::path& from, const std::filesystem::pat
 
 // Deletes a file; failure 53 where there is none, 70 or 75 where it can't be.
 void DeleteFile(const std::filesystem::path& path);
+// Deletes the file of that very name if there is one, before another is made in its place. Failures: 70, 75 for a
+// folder.
+void DeleteFileIfThere(const std::filesystem::path& path);
 // Deletes a file if it is there; never fails. For temporary files.
 void DeleteFileQuietly(const std::filesystem::path& path) noexcept;
 

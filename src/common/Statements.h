@@ -25,14 +25,19 @@ class Statements {
     } catch (const Abandoned&) {
       throw;
     } catch (...) {
+      failed_ = true;
       AskAboutCurrentFailure();
     }
   }
+
+  // Whether any statement has failed so far, whatever was answered.
+  [[nodiscard]] bool Failed() const { return failed_; }
 
  private:
   void AskAboutCurrentFailure();
 
   Prompts& prompts_;
+  bool failed_ = false;
 };
 
 // Runs `body(run)`, whose statements go through `run(...)`. Answers false if the user gave up with No; `close` then

@@ -105,6 +105,26 @@ TEST(Files, DeletingQuietlyLeavesFoldersAndNeverFails) {
   EXPECT_TRUE(fs::exists(folder.Path()));
 }
 
+TEST(Files, DeletingWhatMayBeThere) {
+  const TempFolder folder;
+  folder.Write("a", kContent);
+  DeleteFileIfThere(folder / "a");
+  DeleteFileIfThere(folder / "a");
+  DeleteFileIfThere(folder / "missing/a");
+  EXPECT_EQ(folder.Names(), std::vector<std::string>());
+  EXPECT_EQ(NumberOf([&] { DeleteFileIfThere(folder.Path()); }), 75);
+  folder.Write("file", kContent);
+  DeleteFileIfThere(folder / "file/inside");
+  EXPECT_EQ(folder.Names(), std::vector<std::string>{"file"});
+}
+
+TEST(Files, DeletingWhatMayBeThereTakesNoWildcard) {
+  const TempFolder folder;
+  folder.Write("ab", kContent);
+  DeleteFileIfThere(folder / "a*");
+  EXPECT_EQ(folder.Names(), std::vector<std::string>{"ab"});
+}
+
 TEST(SaveStaged, ReplacesTheContentAndLeavesNothingBeside) {
   const TempFolder folder;
   folder.Write("a.rco", Bytes(10));

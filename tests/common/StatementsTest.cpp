@@ -56,6 +56,24 @@ TEST(Statements, NoClosesAndLeavesTheProcedure) {
   EXPECT_TRUE(closed);
 }
 
+TEST(Statements, TellsWhetherAnyFailed) {
+  ScriptedPrompts prompts;
+  prompts.ExpectUnknownFailure(FailureCode::Overflow, Answer::Yes);
+  std::vector<bool> failed;
+  EXPECT_TRUE(RunStatements(
+      prompts,
+      [&](Statements& run) {
+        failed.push_back(run.Failed());
+        run([] {});
+        failed.push_back(run.Failed());
+        run([] { throw RuntimeFailure(FailureCode::Overflow); });
+        run([] {});
+        failed.push_back(run.Failed());
+      },
+      [] { FAIL(); }));
+  EXPECT_EQ(failed, (std::vector{false, false, true}));
+}
+
 TEST(Statements, TheQuestionHasItsExactWordsAndNoAsDefault) {
   const Message question = UnknownFailureMessage(RuntimeFailure(FailureCode::FileNotFound));
   EXPECT_EQ(question.text, "发生了未知错误！\nFile not found (Code: 53)\n\n继续");

@@ -1,0 +1,72 @@
+#include <filesystem>
+#include <gtest/gtest.h>
+
+#include "common/FileWriter.h"
+#include "common/Files.h"
+#include "common/RuntimeFailure.h"
+#include "support/TempFolder.h"
+
+namespace kelvane {
+namespace {
+
+using test::TempFolder;
+
+template <class Action>
+int NumberOf(Action action) {
+  try {
+    action();
+  } catch (const RuntimeFailure& failure) {
+    return failure.Number();
+  }
+  return 0;
+}
+
+TEST(FileWriter, WritesThePiecesInTheirOrder) {
+  const TempFolder folder;
+  FileWriter file(folder / "f");
+  file.Write(Bytes{1, 2});
+  file.Write({});
+  file.Write(Bytes{3});
+  file.Close();
+  EXPECT_EQ(ReadWholeFile(folder / "f"), (Bytes{1, 2, 3}));
+}
+
+TEST(FileWriter, OpeningEmptiesTheFileThatIsThere) {
+  const TempFolder folder;
+  folder.Write("f", Bytes(10));
+  FileWriter file(folder / "f");
+  EXPECT_EQ(FileLength(folder / "f"), 0);
+}
+
+TEST(FileWriter, WhatIsWrittenIsInTheFileAtOnce) {
+  const TempFolder folder;
+  FileWriter file(folder / "f");
+  file.Write(Bytes{7});
+  EXPECT_EQ(ReadWholeFile(folder / "f"), Bytes{7});
+}
+
+TEST(FileWriter, OpeningAnotherFileClosesTheFirst) {
+  const TempFolder folder;
+  FileWriter file(folder / "a");
+  file.Write(Bytes{1});
+  file.Open(folder / "b");
+  file.Write(Bytes{2});
+  file.Close();
+  EXPECT_EQ(ReadWholeFile(folder / "a"), Bytes{1});
+  EXPECT_EQ(ReadWholeFile(folder / "b"), Bytes{2});
+}
+
+TEST(FileWriter, FailuresHaveTheirNumbers) {
+  const TempFolder folder;
+  FileWriter file;
+  EXPECT_EQ(NumberOf([&] { file.Write(Bytes{1}); }), 52);
+  EXPECT_EQ(NumberOf([&] { file.Close(); }), 0);
+  EXPECT_EQ(NumberOf([&] { file.Open(folder / "none/f"); }), 76);
+  EXPECT_EQ(NumberOf([&] { file.Open(folder.Path()); }), 75);
+  ASSERT_TRUE(std::filesystem::exists("/dev/full")) << "this test needs /dev/full";
+  file.Open("/dev/full");
+  EXPECT_EQ(NumberOf([&] { file.Write(Bytes{1}); }), 61);
+}
+
+}  // namespace
+}  // namespace kelvane
