@@ -61,6 +61,11 @@ class Prompts {
   virtual std::filesystem::path BrowseForFolder(const std::string& title) = 0;
   // The input box: one line of text that starts as `defaultText`. Empty: cancelled, or nothing was typed.
   virtual std::string AskText(const std::string& prompt, const std::string& defaultText) = 0;
+  // The dialog frmEditVal, whose field starts as `text`, 8 hexadecimal digits. The field's text; nothing: cancelled.
+  virtual std::optional<std::string> ShowEditVal(const std::string& text) = 0;
+  // The dialog frmEditList, with row `selected` of `lines` selected, -1 for none. The row that was selected when OK was
+  // pressed, -1 for none; nothing: cancelled.
+  virtual std::optional<int> ShowEditList(const std::vector<std::string>& lines, int selected) = 0;
 };
 
 // Shows a message with an OK button only.

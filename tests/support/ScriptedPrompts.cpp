@@ -40,6 +40,14 @@ void ScriptedPrompts::ExpectInput(std::string prompt, std::string defaultText, s
   script_.push_back(ExpectedInput{std::move(prompt), std::move(defaultText), std::move(answer)});
 }
 
+void ScriptedPrompts::ExpectEditVal(std::string text, std::optional<std::string> answer) {
+  script_.push_back(ExpectedEditVal{std::move(text), std::move(answer)});
+}
+
+void ScriptedPrompts::ExpectEditList(std::vector<std::string> lines, int selected, std::optional<int> answer) {
+  script_.push_back(ExpectedEditList{std::move(lines), selected, answer});
+}
+
 template <class Type>
 const Type* ScriptedPrompts::Next(const std::string& asked) {
   if (script_.empty() || !std::holds_alternative<Type>(script_.front())) {
@@ -90,6 +98,25 @@ std::string ScriptedPrompts::AskText(const std::string& prompt, const std::strin
   }
   EXPECT_EQ(prompt, expected->prompt);
   EXPECT_EQ(defaultText, expected->defaultText);
+  return expected->answer;
+}
+
+std::optional<std::string> ScriptedPrompts::ShowEditVal(const std::string& text) {
+  const auto* expected = Next<ExpectedEditVal>("hexadecimal dialog " + text);
+  if (expected == nullptr) {
+    return std::nullopt;
+  }
+  EXPECT_EQ(text, expected->text);
+  return expected->answer;
+}
+
+std::optional<int> ScriptedPrompts::ShowEditList(const std::vector<std::string>& lines, int selected) {
+  const auto* expected = Next<ExpectedEditList>("list dialog");
+  if (expected == nullptr) {
+    return std::nullopt;
+  }
+  EXPECT_EQ(lines, expected->lines);
+  EXPECT_EQ(selected, expected->selected);
   return expected->answer;
 }
 

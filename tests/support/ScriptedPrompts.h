@@ -3,6 +3,7 @@
 
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 #include <variant>
@@ -34,11 +35,17 @@ class ScriptedPrompts : public Prompts {
   void ExpectFolder(std::string title, std::filesystem::path folder);
   // The input box, compared in prompt and default; an empty answer is Cancel.
   void ExpectInput(std::string prompt, std::string defaultText, std::string answer);
+  // The hexadecimal dialog, compared in the text that it starts with; no answer is Cancel.
+  void ExpectEditVal(std::string text, std::optional<std::string> answer);
+  // The list dialog, compared in lines and selection; the answer is a row, -1 for OK without one, or none for Cancel.
+  void ExpectEditList(std::vector<std::string> lines, int selected, std::optional<int> answer);
 
   Answer ShowMessage(const Message& message) override;
   FileChoice ShowFileDialog(const FileDialog& dialog) override;
   std::filesystem::path BrowseForFolder(const std::string& title) override;
   std::string AskText(const std::string& prompt, const std::string& defaultText) override;
+  std::optional<std::string> ShowEditVal(const std::string& text) override;
+  std::optional<int> ShowEditList(const std::vector<std::string>& lines, int selected) override;
 
  private:
   struct ExpectedMessage {
@@ -58,7 +65,17 @@ class ScriptedPrompts : public Prompts {
     std::string defaultText;
     std::string answer;
   };
-  using Expected = std::variant<ExpectedMessage, ExpectedFile, ExpectedFolder, ExpectedInput>;
+  struct ExpectedEditVal {
+    std::string text;
+    std::optional<std::string> answer;
+  };
+  struct ExpectedEditList {
+    std::vector<std::string> lines;
+    int selected;
+    std::optional<int> answer;
+  };
+  using Expected =
+      std::variant<ExpectedMessage, ExpectedFile, ExpectedFolder, ExpectedInput, ExpectedEditVal, ExpectedEditList>;
 
   // The next expected question if it is of that type; otherwise the test fails and the result is null.
   template <class Type>
