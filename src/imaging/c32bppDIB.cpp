@@ -1,0 +1,111 @@
+#include "imaging/c32bppDIB.h"
+
+#include <limits>
+
+namespace kelvane {
+
+namespace {
+
+std::int32_t SystemClassOf(const SystemVersion& version) {
+  if (!version.is9xFamily) {
+    return 0;
+  }
+  const auto build = static_cast<std::int16_t>(version.build & 0xFFFF);
+  return version.minorVersion < 10 && build < 3000 ? 1 : 3;
+}
+
+}  // namespace
+
+std::string_view NameOf(ImageKind kind) {
+  switch (kind) {
+    case ImageKind::None:
+      return "none";
+    case ImageKind::BitmapWithoutAlpha:
+      return "bitmap without alpha";
+    case ImageKind::Metafile:
+      return "metafile";
+    case ImageKind::Icon:
+      return "icon";
+    case ImageKind::EnhancedMetafile:
+      return "enhanced metafile";
+    case ImageKind::Cursor:
+      return "cursor";
+    case ImageKind::BitmapWithAlpha:
+      return "bitmap with alpha";
+    case ImageKind::PremultipliedBitmap:
+      return "premultiplied bitmap";
+    case ImageKind::IconWithAlpha:
+      return "icon with alpha";
+    case ImageKind::Gif:
+      return "GIF";
+    case ImageKind::Png:
+      return "PNG";
+    case ImageKind::CursorWithAlpha:
+      return "cursor with alpha";
+  }
+  return "unknown";
+}
+
+c32bppDIB::c32bppDIB(PictureLoader* pictures, SystemVersion version)
+    : pictures_(pictures), systemClass_(SystemClassOf(version)) {}
+
+bool c32bppDIB::InitializeDIB(std::int32_t width, std::int32_t height) {
+  DestroyDIB();
+  if (width < 1 || height == 0) {
+    return false;
+  }
+  const std::int64_t rows = height < 0 ? -std::int64_t{height} : std::int64_t{height};
+  constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
+  if (rows > kMost / 4 / width) {
+    return false;
+  }
+  // calloc takes large blocks from the system as pages that are zero until they are written: an image of which little
+  // is drawn costs little.
+  bits_.reset(static_cast<std::uint8_t*>(std::calloc(static_cast<std::size_t>(rows * width), 4)));
+  if (!bits_) {
+    return false;
+  }
+  dibWidth_ = width;
+  dibHeight_ = static_cast<std::int32_t>(rows);
+  return true;
+}
+
+void c32bppDIB::DestroyDIB() {
+  inDC_ = false;
+  ownDC_.reset();
+  bits_.reset();
+  dibWidth_ = 0;
+  dibHeight_ = 0;
+  hasAlpha_ = false;
+}
+
+const Canvas* c32bppDIB::LoadDIBinDC(bool bLoad) {
+  if (bLoad && bits_) {
+    if (!ownDC_) {
+      ownDC_ = std::make_unique<Canvas>();
+    }
+    *ownDC_ = {Pixels(), dibWidth_, dibHeight_};
+    inDC_ = true;
+    return ownDC_.get();
+  }
+  if (!bLoad && inDC_) {
+    *ownDC_ = {};
+    if (!manageDC_) {
+      ownDC_.reset();
+    }
+    inDC_ = false;
+  }
+  return nullptr;
+}
+
+void c32bppDIB::ManageOwnDC(bool manage) {
+  if (!manage) {
+    (void)LoadDIBinDC(false);
+    ownDC_.reset();
+  } else if (!ownDC_ && bits_) {
+    ownDC_ = std::make_unique<Canvas>();
+  }
+  manageDC_ = manage;
+}
+
+}  // namespace kelvane
