@@ -12,13 +12,17 @@ void RequireInside(std::size_t size, std::int64_t offset, std::int64_t length) {
 
 }  // namespace
 
-Bytes AllocateBytes(std::int64_t count) {
+void RequireArraySize(std::int64_t count) {
   if (count < 1) {
     throw RuntimeFailure(FailureCode::SubscriptOutOfRange);
   }
   if (count > kMaxArrayBytes) {
     throw RuntimeFailure(FailureCode::OutOfMemory);
   }
+}
+
+Bytes AllocateBytes(std::int64_t count) {
+  RequireArraySize(count);
   return Bytes(static_cast<std::size_t>(count));
 }
 

@@ -18,7 +18,10 @@ using ByteView = std::span<const std::uint8_t>;
 // The most bytes that one array sized by a file's field may take; more is failure 7.
 inline constexpr std::int64_t kMaxArrayBytes = std::int64_t{1} << 30;
 
-// `count` zero bytes. A count below 1 is failure 9 (an array must hold something), one above kMaxArrayBytes failure 7.
+// A count of bytes below 1 is failure 9 (an array must hold something), one above kMaxArrayBytes failure 7.
+void RequireArraySize(std::int64_t count);
+
+// `count` zero bytes; failures as above.
 [[nodiscard]] Bytes AllocateBytes(std::int64_t count);
 
 // Checked element access for arrays whose index comes from a file or a user: failure 9 outside.

@@ -33,14 +33,14 @@ struct FileFilter {
 };
 
 struct FileDialog {
-  std::string title;
-  std::vector<FileFilter> filters;
+  std::string title = {};
+  std::vector<FileFilter> filters = {};
   // Where the dialog starts: a folder or a file in it; empty is the current folder.
-  std::filesystem::path initialDir;
+  std::filesystem::path initialDir = {};
   // True for a dialog that opens an existing file, false for one that saves and asks before it overwrites.
   bool open = true;
   // Extension, without its full stop, for a name that is typed without one.
-  std::string defaultExt;
+  std::string defaultExt = {};
 };
 
 struct FileChoice {

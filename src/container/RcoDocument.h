@@ -102,6 +102,9 @@ struct EntryDisplay {
 };
 
 struct RcoDocument {
+  // The main form's caption.
+  std::string caption = "Kelvane Editor MOD(by Orrelin)";
+
   // Images first, then sounds, then models.
   std::vector<GenRsc> genRsc;
   Int16 genCount;

@@ -37,6 +37,15 @@ void RcoFile::Close() {
   }
 }
 
+void RcoFile::Flush() {
+  RequireOpen();
+  if (std::exchange(changed_, false)) {
+    open_ = false;
+    SaveStaged(path_, image_);
+    open_ = true;
+  }
+}
+
 void RcoFile::RequireOpen() const {
   if (!open_) {
     throw RuntimeFailure(FailureCode::BadFileNumber);

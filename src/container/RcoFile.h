@@ -28,6 +28,8 @@ class RcoFile {
   // Writes the image back if it changed, and closes. The file counts as closed even if writing fails. Failures: 70, 75,
   // 76, 61, 57. Does nothing on a closed file.
   void Close();
+  // Writes the image back if it changed and stays open. After a failure the file is closed.
+  void Flush();
   [[nodiscard]] bool IsOpen() const { return open_; }
   [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
 
