@@ -1,0 +1,53 @@
+// One open document and every command on it.
+//
+// The window and the command line call these methods and then show what the document's records, lines and displays say.
+// A button's command bears the button's name, as in cmdExtract(); what follows the choice of a row in a list bears the
+// list's, as in lst_Click(row), where -1 takes the selection away; what the user has typed comes as an argument. A
+// failure without a handler leaves as a RuntimeFailure.
+//
+// The class is one, its commands are defined by subject: Editor.cpp opens, closes and watches; EditorResources.cpp,
+// EditorTexts.cpp and EditorPages.cpp hold the commands of the tabs.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "common/Mod.h"
+#include "container/RcoDocument.h"
+#include "editor/Ports.h"
+
+namespace kelvane {
+
+class Editor {
+ public:
+  // `programFolder` holds the temporary files and the settings. The ports must outlive the editor.
+  Editor(const std::filesystem::path& programFolder, const Ports& ports);
+
+  [[nodiscard]] const RcoDocument& Document() const { return document_; }
+  [[nodiscard]] const Mod& State() const { return mod_; }
+  // For the settings of the options dialog and of the command line's options.
+  [[nodiscard]] Mod& State() { return mod_; }
+
+  // Opening, closing, watching.
+
+  // What the program was started with, as one text: "expert" turns expert mode on; the name of an existing file opens
+  // it. The test looks at the text trimmed and without its quotes, the opening takes it as it stands: so a path with
+  // blanks opens, and one that still holds quotes fails in the opening.
+  void TakeCommandLine(const std::string& commandLine);
+  // Opens a file, or closes the document where `path` is empty.
+  void OpenRcoFile(const std::filesystem::path& path);
+  void cmdOpen();
+  // One tick of the watcher: tells of an open file that was deleted, asks about one that was changed.
+  void timDetectChange();
+  // A drop of files: the first one is opened if it exists.
+  void DropFiles(const std::vector<std::filesystem::path>& files);
+
+ private:
+  Mod mod_;
+  RcoDocument document_;
+  Ports ports_;
+  bool inTick_ = false;
+};
+
+}  // namespace kelvane

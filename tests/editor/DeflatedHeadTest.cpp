@@ -1,0 +1,235 @@
+#include <algorithm>
+#include <zlib.h>
+
+#include "common/Files.h"
+#include "editor/DeflatedHead.h"
+#include "editor/EditorFixture.h"
+
+namespace kelvane {
+namespace {
+
+using test::SmallRco;
+
+constexpr const char* kQuestion =
+    "This appears to have a deflated (FW2.60) header - do you want to convert it to a 2.50 RCO?";
+
+// A zlib stream: two bytes of head, the deflate stream, and a checksum that nobody reads.
+Bytes Packed(ByteView plain, int level) {
+  Bytes packed(compressBound(plain.size()));
+  uLongf length = packed.size();
+  EXPECT_EQ(compress2(packed.data(), &length, plain.data(), plain.size(), level), Z_OK);
+  packed.resize(length);
+  return packed;
+}
+
+// The deflated form of a plain file whose data areas begin at `dataAt`, around an already packed block.
+Bytes DeflatedForm(const Bytes& plain, std::int32_t dataAt, const Bytes& packed, std::int32_t unpackedLength) {
+  Bytes file(plain.begin(), plain.begin() + 164);
+  WriteI32(file, rco::hdrVersion, 144);
+  WriteI32(file, rco::hdrHeadCompression, 1);
+  const std::int32_t packedLength = static_cast<std::int32_t>(packed.size());
+  for (const std::int32_t area : {128, 136, 144}) {
+    if (ReadI32(plain, area) > 0) {
+      WriteI32(file, area, ReadI32(plain, area) - dataAt + 176 + packedLength);
+    }
+  }
+  file.resize(176);
+  WriteI32(file, 164, packedLength);
+  WriteI32(file, 168, unpackedLength);
+  WriteI32(file, 172, 0x55555555);
+  Append(file, packed);
+  Append(file, ByteView(plain).subspan(static_cast<std::size_t>(dataAt)));
+  return file;
+}
+
+// The small file without areas for sounds and models. They are absent as -1: an area at 0 counts as one that moves.
+Bytes PlainSmall() {
+  Bytes plain = SmallRco();
+  WriteI32(plain, rco::hdrVagData, -1);
+  WriteI32(plain, rco::hdrGmoData, -1);
+  return plain;
+}
+
+class DeflatedHeadTest : public test::EditorFixture {
+ protected:
+  // The 100 bytes from 164 to 264 of the small file.
+  static Bytes Head() {
+    const Bytes plain = PlainSmall();
+    return {plain.begin() + 164, plain.begin() + 264};
+  }
+  // The small file with a packed block whose length leaves D a multiple of 4 (the stream is longer than it must be by
+  // bytes behind its end, which nobody reads).
+  static Bytes DeflatedSmall() {
+    Bytes packed = Packed(Head(), 9);
+    packed.resize((packed.size() + 3) / 4 * 4);
+    return DeflatedForm(PlainSmall(), 264, packed, 100);
+  }
+  void ExpectQuestion(Answer answer) {
+    prompts.Expect(
+        {.text = kQuestion, .icon = Icon::Exclamation, .buttons = Buttons::YesNo, .defaultAnswer = Answer::Yes},
+        answer);
+  }
+  // The program's folder, where the temporary files lie, must be empty again.
+  void ExpectNoTemporaryFiles() const { EXPECT_TRUE(std::filesystem::is_empty(folder / "program")); }
+};
+
+TEST_F(DeflatedHeadTest, YesConvertsTheFileAndOpensItAsAPlainOneWithEverythingInPlace) {
+  const Bytes deflated = DeflatedSmall();
+  folder.Write("d.rco", deflated);
+  ExpectQuestion(Answer::Yes);
+  editor.OpenRcoFile(folder / "d.rco");
+  EXPECT_EQ(ReadWholeFile(folder / "d.rco"), PlainSmall());
+  EXPECT_EQ(ReadWholeFile(folder / "d.rco.bak"), deflated);
+  EXPECT_EQ(editor.Document().lst.Lines(), std::vector<std::string>{"[GIM] ab"});
+  EXPECT_EQ(editor.Document().dataAreas, (std::array<std::int32_t, 6>{264, 12, -1, 0, -1, 0}));
+  EXPECT_EQ(editor.State().cCurFile, folder / "d.rco");
+  ExpectNoTemporaryFiles();
+}
+
+TEST_F(DeflatedHeadTest, RefusingTheConversionLeavesThePreviousDocumentUntouched) {
+  editor.OpenRcoFile(folder.Write("small.rco", SmallRco()));
+  const Bytes deflated = DeflatedSmall();
+  folder.Write("d.rco", deflated);
+  ExpectQuestion(Answer::No);
+  editor.OpenRcoFile(folder / "d.rco");
+  EXPECT_EQ(ReadWholeFile(folder / "d.rco"), deflated);
+  EXPECT_FALSE(FileExists(folder / "d.rco.bak"));
+  EXPECT_EQ(editor.State().cCurFile, folder / "small.rco");
+  EXPECT_EQ(editor.Document().lst.Count(), 1);
+}
+
+TEST_F(DeflatedHeadTest, ABackupThatExistsIsKept) {
+  folder.Write("d.rco", DeflatedSmall());
+  folder.Write("d.rco.bak", Bytes{1});
+  ExpectQuestion(Answer::Yes);
+  editor.OpenRcoFile(folder / "d.rco");
+  EXPECT_EQ(ReadWholeFile(folder / "d.rco.bak"), Bytes{1});
+}
+
+TEST_F(DeflatedHeadTest, TheBackupIsMadeEvenWithBackupsTurnedOff) {
+  const Bytes deflated = DeflatedSmall();
+  folder.Write("d.rco", deflated);
+  editor.State().cNoUpdatBak = true;
+  ExpectQuestion(Answer::Yes);
+  editor.OpenRcoFile(folder / "d.rco");
+  EXPECT_EQ(ReadWholeFile(folder / "d.rco.bak"), deflated);
+}
+
+TEST_F(DeflatedHeadTest, ABlockThatCannotBeUnpackedIsToldAndTheFileIsGoneAndTheBackupHoldsIt) {
+  editor.OpenRcoFile(folder.Write("small.rco", SmallRco()));
+  Bytes deflated = DeflatedSmall();
+  deflated[178] = 0xFF;  // block type 3
+  folder.Write("d.rco", deflated);
+  ExpectQuestion(Answer::Yes);
+  prompts.ExpectTell("解压失败", Icon::Critical);
+  editor.OpenRcoFile(folder / "d.rco");
+  EXPECT_FALSE(FileExists(folder / "d.rco"));
+  EXPECT_EQ(ReadWholeFile(folder / "d.rco.bak"), deflated);
+  EXPECT_EQ(editor.State().cCurFile, folder / "small.rco");
+  EXPECT_EQ(editor.Document().lst.Count(), 1);
+  ExpectNoTemporaryFiles();
+}
+
+TEST_F(DeflatedHeadTest, AResultThatIsTooShortIsFilledWithZeros) {
+  Bytes plain = PlainSmall();
+  const Bytes head = Head();
+  Bytes packed = Packed(ByteView(head).first(96), 9);
+  packed.resize((packed.size() + 3) / 4 * 4);
+  folder.Write("d.rco", DeflatedForm(plain, 264, packed, 100));
+  ExpectQuestion(Answer::Yes);
+  editor.OpenRcoFile(folder / "d.rco");
+  std::fill(plain.begin() + 260, plain.begin() + 264, std::uint8_t{0});
+  EXPECT_EQ(ReadWholeFile(folder / "d.rco"), plain);
+}
+
+TEST_F(DeflatedHeadTest, AResultThatIsTooLongIsCut) {
+  Bytes head = Head();
+  head.resize(140, 0x77);
+  Bytes longer = Packed(head, 9);
+  longer.resize((longer.size() + 3) / 4 * 4);
+  folder.Write("d.rco", DeflatedForm(PlainSmall(), 264, longer, 100));
+  ExpectQuestion(Answer::Yes);
+  editor.OpenRcoFile(folder / "d.rco");
+  EXPECT_EQ(ReadWholeFile(folder / "d.rco"), PlainSmall());
+}
+
+TEST_F(DeflatedHeadTest, AShiftThatIsNoMultipleOf4IsRoundedUpAndMovesAreasAt0Too) {
+  // C = 4n + 1 and U = 100: D = 100 - C - 12 leaves a remainder, and the tail starts up to 3 bytes later.
+  Bytes packed = Packed(Head(), 9);
+  packed.resize((packed.size() + 3) / 4 * 4 + 1);
+  Bytes deflated = DeflatedForm(SmallRco(), 264, packed, 100);
+  folder.Write("d.rco", deflated);
+  ExpectQuestion(Answer::Yes);
+  editor.OpenRcoFile(folder / "d.rco");
+  const std::int32_t packedLength = static_cast<std::int32_t>(packed.size());
+  const std::int32_t plainShift = 100 - packedLength - 12;
+  const std::int32_t remainder = plainShift % 4;  // of either sign
+  ASSERT_NE(remainder, 0);
+  const std::int32_t shift = plainShift + 4 - remainder;
+  Bytes expected = SmallRco();
+  const std::int32_t dataAt = 176 + packedLength + shift;
+  expected.insert(expected.begin() + 264, static_cast<std::size_t>(dataAt - 264), std::uint8_t{0});
+  WriteI32(expected, 128, dataAt);
+  WriteI32(expected, 136, shift);
+  WriteI32(expected, 144, shift);
+  EXPECT_EQ(ReadWholeFile(folder / "d.rco"), expected);
+}
+
+TEST_F(DeflatedHeadTest, AShiftOfMinus5Gives0) {
+  // Stored without compression the packed block is longer than the plain one: C = 32, U = 39 gives D = -5.
+  Bytes head(39, 'h');
+  Bytes packed = Packed(head, 9);
+  ASSERT_LE(packed.size(), 32U);
+  packed.resize(32);
+  Bytes plain = SmallRco();
+  plain.resize(164);
+  WriteI32(plain, rco::hdrImageData, -1);
+  WriteI32(plain, rco::hdrVagData, 300);
+  WriteI32(plain, rco::hdrGmoData, 0);
+  Bytes deflated = plain;
+  WriteI32(deflated, rco::hdrVersion, 144);
+  deflated.resize(176);
+  WriteI32(deflated, 164, 32);
+  WriteI32(deflated, 168, 39);
+  Append(deflated, packed);
+  Append(deflated, Bytes{1, 2, 3, 4});
+  folder.Write("d.rco", deflated);
+  RcoFile file(folder / "d.rco");
+  EXPECT_TRUE(ConvertDeflatedHeader(file, editor.State(), prompts));
+  // 32 + 0 + 12 bytes of block: the 39 unpacked ones and 5 zeros.
+  Bytes expected = plain;
+  Append(expected, head);
+  expected.resize(164 + 44);
+  Append(expected, Bytes{1, 2, 3, 4});
+  EXPECT_EQ(file.Image(), expected);
+  EXPECT_EQ(ReadI32(file.Image(), rco::hdrImageData), -1);
+  EXPECT_EQ(ReadI32(file.Image(), rco::hdrVagData), 300);
+  EXPECT_EQ(ReadWholeFile(folder / "d.rco"), expected);
+}
+
+TEST_F(DeflatedHeadTest, AnEmptyBlockOrNothingBehindItIsAFailureThatLeavesTheFile) {
+  for (const std::int32_t packedLength : {0, -4, 100000}) {
+    Bytes deflated = DeflatedSmall();
+    WriteI32(deflated, 164, packedLength);
+    folder.Write("d.rco", deflated);
+    ExpectQuestion(Answer::Yes);
+    prompts.ExpectUnknownFailure(FailureCode::SubscriptOutOfRange, Answer::No);
+    editor.OpenRcoFile(folder / "d.rco");
+    EXPECT_EQ(ReadWholeFile(folder / "d.rco"), deflated);
+    EXPECT_FALSE(FileExists(folder / "d.rco.bak"));
+  }
+}
+
+TEST_F(DeflatedHeadTest, AFolderForTemporaryFilesThatIsGoneLeavesTheFileWhole) {
+  const Bytes deflated = DeflatedSmall();
+  folder.Write("d.rco", deflated);
+  std::filesystem::remove(folder / "program");
+  ExpectQuestion(Answer::Yes);
+  prompts.ExpectUnknownFailure(FailureCode::PathNotFound, Answer::No);
+  editor.OpenRcoFile(folder / "d.rco");
+  EXPECT_EQ(ReadWholeFile(folder / "d.rco"), deflated);
+  EXPECT_EQ(ReadWholeFile(folder / "d.rco.bak"), deflated);
+}
+
+}  // namespace
+}  // namespace kelvane
