@@ -122,7 +122,32 @@ inline constexpr std::int32_t langTextCount = 44;
 inline constexpr std::int32_t langRecords = 48;   // TextRec array
 inline constexpr std::int32_t kTextRecSize = 12;  // textLabel, textLength, textOffset
 
+// Page and animation entries: a body of 32-bit words behind the head. The shortest entry with a body has one word.
+inline constexpr std::int32_t kWordSize = 4;
+inline constexpr std::int32_t kSmallestWithBody = kEntryHeadSize + kWordSize;
+
 // Page entries with a position block have 13 single-precision floats in front of their other words.
 inline constexpr int kPositionWords = 13;
+
+// Types of an animation's operations: the whole word at the entry's start.
+inline constexpr std::int32_t kOpPosition = 0x902;
+inline constexpr std::int32_t kOpColour = 0x903;
+inline constexpr std::int32_t kOpScale = 0x905;
+inline constexpr std::int32_t kOpAlpha = 0x906;
+inline constexpr std::int32_t kOpDelay = 0x907;
+inline constexpr std::int32_t kOpEvent = 0x908;
+
+// A reference pair in a page entry's body: one of these types, then a value.
+inline constexpr std::int32_t kRefFirst = 0x400;
+inline constexpr std::int32_t kRefLast = 0x40F;
+inline constexpr std::int32_t kRefEvent = 0x400;  // byte offset relative to hdrEventOffset
+inline constexpr std::int32_t kRefText = 0x401;   // index of a text
+inline constexpr std::int32_t kRefImage = 0x402;  // this and the following: file offset of an entry
+inline constexpr std::int32_t kRefModel = 0x403;
+inline constexpr std::int32_t kRefPageOld = 0x407;
+inline constexpr std::int32_t kRefAnim = 0x408;
+inline constexpr std::int32_t kRefPage = 0x409;
+inline constexpr std::int32_t kBlankType = 0xFFFF;  // with the value -1 a reference to nothing
+inline constexpr std::int32_t kBlankValue = -1;
 
 }  // namespace kelvane::rco
