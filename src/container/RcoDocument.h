@@ -87,6 +87,8 @@ struct TextDisplay {
   std::u16string txt;        // up to its first NUL, with CR LF line breaks
   bool enabled = false;      // txt, cmdTextChange and cmdTextReset
   unsigned txtRevision = 0;  // changes whenever txt is set, also to the same text
+  // Changes whenever the whole of txt is to be selected and txt is to get the focus.
+  unsigned selectAllRevision = 0;
 };
 
 // What tab 2 and tab 3 show beside their lists.

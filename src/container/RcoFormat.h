@@ -120,7 +120,11 @@ inline constexpr std::int32_t kAlignment = 4;
 inline constexpr std::int32_t langCode = 40;
 inline constexpr std::int32_t langTextCount = 44;
 inline constexpr std::int32_t langRecords = 48;   // TextRec array
-inline constexpr std::int32_t kTextRecSize = 12;  // textLabel, textLength, textOffset
+inline constexpr std::int32_t kTextRecSize = 12;
+// TextRec, relative to its start.
+inline constexpr std::int32_t textLabel = 0;   // relative to hdrLabelOffset
+inline constexpr std::int32_t textLength = 4;  // bytes, NULs included; 0 or less: empty
+inline constexpr std::int32_t textOffset = 8;  // relative to hdrTextDataOffset
 
 // Page and animation entries: a body of 32-bit words behind the head. The shortest entry with a body has one word.
 inline constexpr std::int32_t kWordSize = 4;

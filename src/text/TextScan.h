@@ -1,0 +1,24 @@
+// The scan of the text tables.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "container/RcoDocument.h"
+#include "container/RcoFile.h"
+
+namespace kelvane {
+
+// The most bytes that the records of all languages may take; more is failure 7. Screens hold some 100 KB of them.
+inline constexpr std::int64_t kMaxTextTableBytes = 1 << 26;
+
+// Fills cboTextLang, lstText, textRsc, textCount, langCount, langPos and textDataBase from the open file; labelBase
+// must be read already. The second language of the file is selected. What the document held of texts before is gone,
+// also where the file has none. Failures: 9 where the first language counts no text, 6 for more than 2730 texts or
+// 32768 languages, 7 for more than kMaxTextTableBytes, 5. What was filled up to there stays.
+void ScanTextRsc(RcoFile& file, RcoDocument& document);
+
+// The name of a language by the code in its record.
+[[nodiscard]] std::string LanguageName(std::uint32_t code);
+
+}  // namespace kelvane
