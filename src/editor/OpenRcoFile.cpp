@@ -1,5 +1,7 @@
 #include "editor/OpenRcoFile.h"
 
+#include <array>
+
 #include "common/Encoding.h"
 #include "common/Statements.h"
 #include "container/FileBracket.h"
@@ -7,6 +9,7 @@
 #include "container/RcoFile.h"
 #include "container/RcoFormat.h"
 #include "editor/DeflatedHead.h"
+#include "pages/EntryScan.h"
 
 namespace kelvane {
 
@@ -88,6 +91,35 @@ bool AcceptFile(RcoFile& file, Statements& run, const Mod& mod, Prompts& prompts
   }
 }
 
+// Where the entry tables end: at the first pointer table that is there, else at the text data or the labels.
+std::int32_t EndOfEntryTables(const std::array<std::int32_t, rco::kPointerLongs>& pairs, const RcoDocument& document) {
+  for (std::size_t table = 0; table < pairs.size(); table += 2) {
+    if (pairs[table] > 0) {
+      return pairs[table];
+    }
+  }
+  return document.textDataBase > 0 ? document.textDataBase : document.labelBase;
+}
+
+void ScanEntryTables(RcoFile& file, Statements& run, const Mod& mod, RcoDocument& document) {
+  std::array<std::int32_t, rco::kPointerLongs> pairs{};
+  run([&] { file.ReadLongsAt(rco::kPointerLongsAt, pairs); });
+  const std::int32_t tableEnd = EndOfEntryTables(pairs, document);
+
+  std::int32_t pageRoot = 0;
+  std::int32_t animRoot = 0;
+  run([&] { pageRoot = file.ReadI32At(rco::hdrPageRoot); });
+  run([&] { animRoot = file.ReadI32At(rco::hdrAnimRoot); });
+  if (pageRoot > 0) {
+    run([&] { file.Seek(rco::hdrPagePtrs); });
+    run([&] { ScanEntryTable(file, animRoot > 0 ? animRoot : tableEnd, document, true, mod.cExpert); });
+  }
+  if (animRoot > 0) {
+    run([&] { file.Seek(rco::hdrAnimPtrs); });
+    run([&] { ScanEntryTable(file, tableEnd, document, false, mod.cExpert); });
+  }
+}
+
 void OpenDocument(const std::filesystem::path& path, Mod& mod, RcoDocument& document, const Ports& ports) {
   RcoFile file;
   const auto body = [&](Statements& run) {
@@ -100,6 +132,7 @@ void OpenDocument(const std::filesystem::path& path, Mod& mod, RcoDocument& docu
     run([&] { document.labelBase = file.ReadI32At(rco::hdrLabelOffset); });
     run([&] { file.ReadLongsAt(rco::kDataAreaLongsAt, document.dataAreas); });
     run([&] { ScanGenRsc(file, document); });
+    ScanEntryTables(file, run, mod, document);
 
     run([&] { file.Close(); });
     mod.cCurFile = path;

@@ -7,6 +7,7 @@
 #include "container/RcoFormat.h"
 #include "pages/EntryScan.h"
 #include "pages/TableBytes.h"
+#include "support/Failures.h"
 #include "support/TempFolder.h"
 
 namespace kelvane {

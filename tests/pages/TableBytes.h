@@ -9,17 +9,6 @@
 
 namespace kelvane::test {
 
-// The number of the run-time failure that `action` ends in; 0: none.
-template <class Action>
-int NumberOf(Action action) {
-  try {
-    action();
-  } catch (const RuntimeFailure& failure) {
-    return failure.Number();
-  }
-  return 0;
-}
-
 class TableBytes {
  public:
   // Words one behind the other from `offset` on.
