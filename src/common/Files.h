@@ -43,6 +43,8 @@ void DeleteFileQuietly(const std::filesystem::path& path) noexcept;
 // `path` holds either its old content or all of the new one. Permissions are kept and a symbolic link is followed. On a
 // failure the temporary file is gone and `path` is as it was. Failures: 70, 75, 76, 61, 57.
 void SaveStaged(const std::filesystem::path& path, ByteView bytes);
+// The same for a content in several parts.
+void SaveStaged(const std::filesystem::path& path, std::span<const ByteView> parts);
 
 // Copies `from` to `to` the same way, with the permissions of `from`: `to` holds all of it or isn't there. For backups.
 void CopyDurably(const std::filesystem::path& from, const std::filesystem::path& to);

@@ -76,13 +76,9 @@ class StagedFile {
     Require(fchmod(file_.Get(), old.st_mode & 07777));
   }
 
-  void Write(ByteView bytes) {
-    for (std::size_t done = 0; done < bytes.size();) {
-      const ssize_t put = write(file_.Get(), bytes.data() + done, bytes.size() - done);
-      if (put < 0 && errno != EINTR) {
-        throw FailureFromErrno(errno);
-      }
-      done += put > 0 ? static_cast<std::size_t>(put) : 0;
+  void Write(std::span<const ByteView> parts) {
+    for (const ByteView part : parts) {
+      WritePart(part);
     }
     Require(fsync(file_.Get()));
     if (!file_.Close()) {
@@ -96,6 +92,16 @@ class StagedFile {
   }
 
  private:
+  void WritePart(ByteView bytes) {
+    for (std::size_t done = 0; done < bytes.size();) {
+      const ssize_t put = write(file_.Get(), bytes.data() + done, bytes.size() - done);
+      if (put < 0 && errno != EINTR) {
+        throw FailureFromErrno(errno);
+      }
+      done += put > 0 ? static_cast<std::size_t>(put) : 0;
+    }
+  }
+
   static void Require(int result) {
     if (result != 0) {
       throw FailureFromErrno(errno);
@@ -122,8 +128,8 @@ fs::path RealTarget(const fs::path& path) {
   throw RuntimeFailure(FailureCode::PathAccessError);
 }
 
-// Writes `bytes` to `path` by way of a staged file with the permissions of `model`.
-void SaveLike(const fs::path& path, const fs::path& model, ByteView bytes) {
+// Writes `parts` to `path` by way of a staged file with the permissions of `model`.
+void SaveLike(const fs::path& path, const fs::path& model, std::span<const ByteView> parts) {
   const fs::path target = RealTarget(path);
   std::error_code error;
   if (fs::is_directory(target, error)) {
@@ -132,7 +138,7 @@ void SaveLike(const fs::path& path, const fs::path& model, ByteView bytes) {
   {
     StagedFile staged(target);
     staged.TakeOver(model);
-    staged.Write(bytes);
+    staged.Write(parts);
     staged.RenameOver(target);
   }
   // The rename itself must reach the disk too. A folder that can't be flushed doesn't undo a save that is done.
@@ -145,11 +151,17 @@ void SaveLike(const fs::path& path, const fs::path& model, ByteView bytes) {
 }  // namespace
 
 void SaveStaged(const fs::path& path, ByteView bytes) {
-  SaveLike(path, path, bytes);
+  SaveLike(path, path, {&bytes, 1});
+}
+
+void SaveStaged(const fs::path& path, std::span<const ByteView> parts) {
+  SaveLike(path, path, parts);
 }
 
 void CopyDurably(const fs::path& from, const fs::path& to) {
-  SaveLike(to, from, ReadWholeFile(from));
+  const Bytes content = ReadWholeFile(from);
+  const ByteView whole(content);
+  SaveLike(to, from, {&whole, 1});
 }
 
 }  // namespace kelvane

@@ -13,13 +13,13 @@ RcoFile::~RcoFile() {
   try {
     Close();
   } catch (...) {
-    image_.clear();  // the operation has failed already and its failure is being told; the old file is whole
+    Discard();  // the operation has failed already and its failure is being told; the old file is whole
   }
 }
 
 void RcoFile::Open(const std::filesystem::path& path) {
   Close();
-  image_ = ReadWholeFile(path);
+  image_ = GapBuffer(ReadWholeFile(path));
   path_ = path;
   position_ = 0;
   changed_ = false;
@@ -31,17 +31,22 @@ void RcoFile::Close() {
     return;
   }
   open_ = false;
-  const Bytes content = std::exchange(image_, {});
+  const GapBuffer content = std::exchange(image_, GapBuffer());
   if (std::exchange(changed_, false)) {
-    SaveStaged(path_, content);
+    SaveStaged(path_, content.Parts());
   }
+}
+
+void RcoFile::Discard() {
+  changed_ = false;
+  Close();
 }
 
 void RcoFile::Flush() {
   RequireOpen();
   if (std::exchange(changed_, false)) {
     open_ = false;
-    SaveStaged(path_, image_);
+    SaveStaged(path_, image_.Parts());
     open_ = true;
   }
 }
@@ -54,7 +59,7 @@ void RcoFile::RequireOpen() const {
 
 std::int64_t RcoFile::Length() const {
   RequireOpen();
-  return static_cast<std::int64_t>(image_.size());
+  return image_.Size();
 }
 
 void RcoFile::Seek(std::int64_t position) {
@@ -69,7 +74,9 @@ void RcoFile::Read(std::span<std::uint8_t> target) {
   RequireOpen();
   const std::int64_t wanted = static_cast<std::int64_t>(target.size());
   const std::int64_t there = std::clamp(Length() - position_, std::int64_t{0}, wanted);
-  std::copy_n(image_.begin() + (there > 0 ? position_ : 0), there, target.begin());
+  if (there > 0) {
+    image_.Read(position_, target.first(static_cast<std::size_t>(there)));
+  }
   std::fill(target.begin() + there, target.end(), std::uint8_t{0});
   position_ += wanted;
 }
@@ -114,9 +121,9 @@ void RcoFile::Write(ByteView bytes) {
   RequireOpen();
   const std::int64_t end = position_ + static_cast<std::int64_t>(bytes.size());
   if (end > Length()) {
-    image_.resize(static_cast<std::size_t>(end));
+    image_.Grow(end);
   }
-  CopyInto(image_, position_, bytes);
+  image_.Write(position_, bytes);
   position_ = end;
   changed_ = true;
 }
@@ -148,30 +155,25 @@ void RcoFile::WriteLongsAt(std::int64_t position, std::span<const std::int32_t> 
 
 void RcoFile::Splice(std::int64_t position, std::int64_t removed, ByteView inserted) {
   RequireOpen();
-  if (position < 0 || position > Length() || removed < 0) {
+  if (position < 0 || removed < 0) {
     throw RuntimeFailure(FailureCode::InvalidCall);
   }
-  const std::int64_t cut = std::min(removed, Length() - position);
-  const std::int64_t kept = std::min(cut, static_cast<std::int64_t>(inserted.size()));
-  CopyInto(image_, position, inserted.first(static_cast<std::size_t>(kept)));
-  const auto at = image_.begin() + position + kept;
-  if (kept < cut) {
-    image_.erase(at, image_.begin() + position + cut);
-  } else {
-    image_.insert(at, inserted.begin() + kept, inserted.end());
+  if (position > Length()) {
+    image_.Grow(position);
   }
+  image_.Splice(position, std::min(removed, Length() - position), inserted);
   changed_ = true;
 }
 
 void RcoFile::Assign(Bytes content) {
   RequireOpen();
-  image_ = std::move(content);
+  image_ = GapBuffer(std::move(content));
   changed_ = true;
 }
 
-const Bytes& RcoFile::Image() const {
+const Bytes& RcoFile::Image() {
   RequireOpen();
-  return image_;
+  return image_.Whole();
 }
 
 }  // namespace kelvane

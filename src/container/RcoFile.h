@@ -9,6 +9,7 @@
 #include <filesystem>
 
 #include "common/Bytes.h"
+#include "container/GapBuffer.h"
 
 namespace kelvane {
 
@@ -28,6 +29,8 @@ class RcoFile {
   // Writes the image back if it changed, and closes. The file counts as closed even if writing fails. Failures: 70, 75,
   // 76, 61, 57. Does nothing on a closed file.
   void Close();
+  // Closes without writing what changed.
+  void Discard();
   // Writes the image back if it changed and stays open. After a failure the file is closed.
   void Flush();
   [[nodiscard]] bool IsOpen() const { return open_; }
@@ -60,19 +63,19 @@ class RcoFile {
   void WriteLongsAt(std::int64_t position, std::span<const std::int32_t> values);
 
   // Replaces `removed` bytes at `position` by `inserted`; what lies behind moves. The part to remove is cut at the
-  // file's end; failure 5 for a position behind it.
+  // file's end; a position behind it fills the gap with zeros first. Doesn't move the position.
   void Splice(std::int64_t position, std::int64_t removed, ByteView inserted);
   // Replaces the whole content.
   void Assign(Bytes content);
 
-  // The whole content.
-  [[nodiscard]] const Bytes& Image() const;
+  // The whole content, as long as nothing is written or spliced.
+  [[nodiscard]] const Bytes& Image();
 
  private:
   void RequireOpen() const;
 
   std::filesystem::path path_;
-  Bytes image_;
+  GapBuffer image_;
   std::int64_t position_ = 0;
   bool open_ = false;
   bool changed_ = false;

@@ -126,7 +126,9 @@ TEST(RcoFile, SplicesLongerShorterAndEqualBytes) {
   EXPECT_EQ(file.Image(), (Bytes{0x10, 9, 0x13, 0x14, 7}));
   file.Splice(5, 0, Bytes{8});
   EXPECT_EQ(file.Image(), (Bytes{0x10, 9, 0x13, 0x14, 7, 8}));
-  EXPECT_EQ(NumberOf([&] { file.Splice(7, 0, Bytes{1}); }), 5);
+  file.Splice(8, 0, Bytes{1});
+  EXPECT_EQ(file.Image(), (Bytes{0x10, 9, 0x13, 0x14, 7, 8, 0, 0, 1}));
+  EXPECT_EQ(NumberOf([&] { file.Splice(-1, 0, Bytes{1}); }), 5);
 }
 
 TEST(RcoFile, FlushingWritesAndStaysOpen) {
