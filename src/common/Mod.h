@@ -26,6 +26,12 @@ struct Mod {
   bool cNoUpdatChk = false;     // don't compare the file's date
   bool cNoCompression = false;  // store images and models uncompressed
 
+  // The shape of the sound that is about to be stored, from its dialog to the write engine.
+  Int16 vagChannels;              // 1 or 2
+  std::int32_t vagSize1 = 0;      // bytes of the left channel's file
+  std::int32_t vagSize2 = 0;      // bytes of the right channel's file, 0 in mono
+  std::filesystem::path vagPath;  // the file that holds the data; empty: cancelled
+
   // The path of a temporary file, all of which lie beside the program under fixed names.
   [[nodiscard]] std::filesystem::path TempPath(const char* name) const { return cAppPath / name; }
 };

@@ -99,6 +99,12 @@ inline constexpr std::int32_t bodyChannel2Size = 60;
 inline constexpr std::int32_t bodyChannel2Offset = 64;
 inline constexpr std::int32_t kVagBodySize = 28;
 
+// The same fields from a record's entryPos, which is the entry's start + 4.
+inline constexpr std::int32_t kEntryPosBias = 4;
+constexpr std::int32_t FromEntryPos(std::int32_t entryOffset) {
+  return entryOffset - kEntryPosBias;
+}
+
 // rscKind of a general resource, and the codes of its format and compression.
 inline constexpr int kKindImage = 1;
 inline constexpr int kKindVag = 2;
@@ -119,7 +125,7 @@ inline constexpr std::int32_t kAlignment = 4;
 // Text table: language records stand one behind the other behind the text root's head.
 inline constexpr std::int32_t langCode = 40;
 inline constexpr std::int32_t langTextCount = 44;
-inline constexpr std::int32_t langRecords = 48;   // TextRec array
+inline constexpr std::int32_t langRecords = 48;  // TextRec array
 inline constexpr std::int32_t kTextRecSize = 12;
 // TextRec, relative to its start.
 inline constexpr std::int32_t textLabel = 0;   // relative to hdrLabelOffset

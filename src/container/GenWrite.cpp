@@ -1,0 +1,249 @@
+#include "container/GenWrite.h"
+
+#include <algorithm>
+
+#include "common/Bytes.h"
+#include "common/Files.h"
+#include "container/FileBracket.h"
+#include "container/GenScan.h"
+#include "container/RcoFormat.h"
+
+namespace kelvane {
+
+namespace {
+
+using rco::FromEntryPos;
+
+// The highest low byte of entryNext that tells a short entry.
+constexpr std::uint8_t kLongestShortEntry = 64;
+
+bool IsVag(const GenRsc& record) {
+  return record.rscKind == Int16(rco::kKindVag);
+}
+
+// Images stored as GIM and models: what is stored compressed.
+bool IsGimOrGmo(const GenRsc& record) {
+  return (record.rscKind == Int16(rco::kKindImage) && record.rscFormat == Int16(rco::kFormatGim)) ||
+         record.rscKind == Int16(rco::kKindGmo);
+}
+
+std::int64_t Field(const GenRsc& record, std::int32_t entryOffset) {
+  return std::int64_t{record.entryPos} + FromEntryPos(entryOffset);
+}
+
+std::int32_t PaddingOf(std::int32_t length) {
+  return RoundUpTo4(length) - length;
+}
+
+// The change in padded length from `oldSize` to `newSize` bytes.
+std::int32_t PaddedDelta(std::int32_t oldSize, std::int32_t newSize) {
+  const std::int32_t delta = CheckedInt32(std::int64_t{newSize} + PaddingOf(newSize) - oldSize);
+  return oldSize % rco::kAlignment == 0 ? delta : AddInt32(delta, -(rco::kAlignment - oldSize % rco::kAlignment));
+}
+
+// The channel fields of a long entry; a short one has no room for them.
+void WriteVagFields(FileHead& head, const Mod& mod, const GenRsc& record) {
+  head.WriteI16(Field(record, rco::bodyChannels), mod.vagChannels.Value());
+  head.WriteI32(Field(record, rco::bodyChannel1Size), mod.vagSize1);
+  head.WriteI32(Field(record, rco::bodyChannel1Offset), record.dataOffset);
+  if (mod.vagChannels > Int16(1)) {
+    head.WriteI32(Field(record, rco::bodyChannel2Size), mod.vagSize2);
+    head.WriteI32(Field(record, rco::bodyChannel2Offset), AddInt32(record.dataOffset, RoundUpTo4(mod.vagSize1)));
+  } else {
+    head.WriteI32(Field(record, rco::bodyChannel2Size), 0);
+  }
+}
+
+// Puts `data` and its padding between the first `pos` bytes and what begins at `tailPos`.
+void SpliceData(RcoFile& file, std::int64_t pos, std::int64_t tailPos, Bytes data) {
+  data.resize(data.size() + static_cast<std::size_t>(PaddingOf(static_cast<std::int32_t>(data.size()))));
+  const std::int64_t length = file.Length();
+  if (tailPos < pos && tailPos < length) {
+    // A negative size: the tail begins in front of the data, and what lies between stands twice.
+    file.Seek(tailPos);
+    Append(data, file.ReadBytes(std::min(pos, length) - tailPos));
+  }
+  const std::int64_t behind = tailPos < length ? std::max(tailPos, pos) : std::max(length, pos);
+  file.Splice(pos, behind - pos, data);
+}
+
+}  // namespace
+
+void AddToFileLong(RcoFile& file, std::int64_t position, std::int32_t delta, bool onlyIfValid) {
+  const std::int32_t value = file.ReadI32At(position);
+  if (!onlyIfValid || (value != 0 && value != -1)) {
+    file.WriteI32At(position, AddInt32(value, delta));
+  }
+}
+
+void WriteFileSlice(RcoFile& file, ByteView bytes, std::int64_t from, std::int64_t to) {
+  RequireArraySize(to - from);
+  if (from < 0 || to > static_cast<std::int64_t>(bytes.size())) {
+    throw RuntimeFailure(FailureCode::SubscriptOutOfRange);
+  }
+  file.Write(bytes.subspan(static_cast<std::size_t>(from), static_cast<std::size_t>(to - from)));
+}
+
+void WriteGenRscFields(FileHead& head, const RcoDocument& document) {
+  for (Int16 i = 0; i < document.genCount; ++i) {
+    const GenRsc& record = At(document.genRsc, i.Int());
+    head.WriteI32(record.entryPos, record.labelOffset);
+    head.WriteI32(Field(record, rco::bodyDataSize), record.dataSize);
+    head.WriteI32(Field(record, rco::bodyDataOffset), record.dataOffset);
+    if (!IsVag(record) && record.unpackedSize != -1) {
+      head.WriteI32(Field(record, rco::bodyUnpackedSize), record.unpackedSize);
+    }
+  }
+}
+
+bool IsLongEntry(const FileHead& head, const GenRsc& record) {
+  const std::uint8_t lowByte = head.ReadU8(Field(record, rco::entryNext));
+  return lowByte > kLongestShortEntry || lowByte == 0;
+}
+
+void ApplyDataDelta(std::int32_t delta, Int16 index, FileHead& head, RcoDocument& document) {
+  const GenRsc& changed = At(document.genRsc, index.Int());
+  const auto forLaterOfKind = [&](auto&& action) {
+    for (Int16 i = index + 1; i < document.genCount; ++i) {
+      GenRsc& record = At(document.genRsc, i.Int());
+      if (record.rscKind != changed.rscKind) {
+        break;
+      }
+      action(record);
+    }
+  };
+
+  forLaterOfKind([delta](GenRsc& record) { record.dataOffset = AddInt32(record.dataOffset, delta); });
+  WriteGenRscFields(head, document);
+
+  if (IsVag(changed) && IsLongEntry(head, changed)) {
+    // The channels' offsets, which the records don't hold.
+    forLaterOfKind([&](const GenRsc& record) {
+      head.AddI32(Field(record, rco::bodyChannel1Offset), delta);
+      if (head.ReadU8(Field(record, rco::bodyChannels)) == 2) {
+        head.AddI32(Field(record, rco::bodyChannel2Offset), delta);
+      }
+    });
+  }
+
+  std::int32_t& areaLength = At(document.dataAreas, (changed.rscKind.Int() - 1) * 2 + 1);
+  areaLength = AddInt32(areaLength, delta);
+  for (int k = changed.rscKind.Int(); k <= 2; ++k) {
+    std::int32_t& areaOffset = At(document.dataAreas, k * 2);
+    areaOffset = areaOffset > 0 ? AddInt32(areaOffset, delta) : areaOffset;
+  }
+  for (int i = 0; i < rco::kDataAreaLongs; ++i) {
+    head.WriteI32(rco::kDataAreaLongsAt + i * 4, At(document.dataAreas, i));
+  }
+  if (IsGimOrGmo(changed)) {
+    head.WriteI16(Field(changed, rco::bodyCompression), rco::kCompressionZlib);
+  }
+}
+
+GenReplacer::Records GenReplacer::TakeRecords() const {
+  return {context_.document.genRsc, context_.document.dataAreas};
+}
+
+void GenReplacer::PutBack(const Records& records) {
+  context_.document.genRsc = records.genRsc;
+  context_.document.dataAreas = records.dataAreas;
+}
+
+bool GenReplacer::Replace(const std::filesystem::path& newFile, Int16 index) {
+  if (!FileExists(newFile, true)) {
+    return false;
+  }
+  const Records before = TakeRecords();
+  if (!file_.IsOpen()) {
+    first_ = before;
+  }
+  FileHead head(file_, 0);
+  lastFailed_ = !RunStatements(
+      context_.prompts, [&](Statements& run) { ReplaceData(run, head, newFile, index); },
+      [&] {
+        // The file is only changed once it is written; what the steps patched so far is taken back.
+        head.TakeBack();
+        PutBack(before);
+      });
+  changed_ = changed_ || !lastFailed_;
+  return !lastFailed_;
+}
+
+void GenReplacer::ReplaceData(Statements& run, FileHead& head, const std::filesystem::path& newFile, Int16 index) {
+  run([&] { BackupOnce(context_.mod, context_.watch); });
+  run([&] {
+    if (!file_.IsOpen()) {
+      file_.Open(context_.mod.cCurFile);
+    }
+  });
+
+  std::int64_t pos = 0;
+  run([&] {
+    pos = GetGenDataPos(context_.document, index);
+    RequireArraySize(pos);
+    head.SetEnd(pos);
+  });
+  if (index.Int() < 0 || index.Int() >= static_cast<int>(context_.document.genRsc.size())) {
+    return;  // no record, as was told just now: there is nothing to go on with
+  }
+  GenRsc& record = context_.document.genRsc[index.Index()];
+  const std::int32_t oldSize = record.dataSize;
+  std::int64_t tailPos = 0;
+  run([&] { tailPos = RoundUpTo4(CheckedInt32(pos + oldSize)); });
+
+  Bytes data;
+  run([&] { data = ReadWholeFile(newFile); });
+  const std::int32_t newLen = static_cast<std::int32_t>(data.size());
+  std::int32_t delta = 0;
+  run([&] { delta = PaddedDelta(oldSize, newLen); });
+  record.dataSize = newLen;
+  run([&] { ApplyDataDelta(delta, index, head, context_.document); });
+
+  run([&] {
+    if (IsVag(record) && IsLongEntry(head, record)) {
+      WriteVagFields(head, context_.mod, record);
+    }
+  });
+  run([&] {
+    if (IsGimOrGmo(record)) {
+      record.rscCompression = context_.mod.cNoCompression ? rco::kCompressionNone : rco::kCompressionZlib;
+      head.WriteI16(Field(record, rco::bodyCompression), record.rscCompression.Value());
+    }
+  });
+  run([&] { SpliceData(file_, pos, tailPos, std::move(data)); });
+}
+
+bool GenReplacer::Finish() {
+  if (!file_.IsOpen()) {
+    return true;
+  }
+  if (!changed_) {
+    file_.Discard();
+    return true;
+  }
+  return RunStatements(
+      context_.prompts,
+      [&](Statements& run) {
+        run([&] {
+          try {
+            file_.Close();
+          } catch (...) {
+            PutBack(first_);
+            throw;
+          }
+        });
+        run([&] { RecordFileDate(context_.mod, context_.watch); });
+        if (lastFailed_) {
+          context_.watch.Stop();
+        }
+      },
+      [] {});
+}
+
+bool ReplaceGenRscData(const std::filesystem::path& newFile, Int16 index, const WriteContext& context) {
+  GenReplacer replacer(context);
+  const bool replaced = replacer.Replace(newFile, index);
+  return replacer.Finish() && replaced;
+}
+
+}  // namespace kelvane
