@@ -3,23 +3,14 @@
 
 #include "common/FileWriter.h"
 #include "common/Files.h"
-#include "common/RuntimeFailure.h"
+#include "support/Failures.h"
 #include "support/TempFolder.h"
 
 namespace kelvane {
 namespace {
 
+using test::NumberOf;
 using test::TempFolder;
-
-template <class Action>
-int NumberOf(Action action) {
-  try {
-    action();
-  } catch (const RuntimeFailure& failure) {
-    return failure.Number();
-  }
-  return 0;
-}
 
 TEST(FileWriter, WritesThePiecesInTheirOrder) {
   const TempFolder folder;

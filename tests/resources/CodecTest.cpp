@@ -5,31 +5,23 @@
 #include <vector>
 
 #include "common/Files.h"
-#include "common/RuntimeFailure.h"
 #include "resources/Codec.h"
-#include "resources/RawDeflate.h"
+#include "resources/DeflateBlocks.h"
+#include "support/Deflate.h"
+#include "support/Failures.h"
 #include "support/TempFolder.h"
 
 namespace kelvane {
 namespace {
 
 namespace fs = std::filesystem;
+using test::NumberOf;
 using test::RawDeflate;
 using test::StoredBlock;
 using test::TempFolder;
 
 constexpr std::size_t kChunk = 65536;
 const Int16 kLevel = 9;
-
-template <class Action>
-int NumberOf(Action action) {
-  try {
-    action();
-  } catch (const RuntimeFailure& failure) {
-    return failure.Number();
-  }
-  return 0;
-}
 
 Bytes Joined(std::initializer_list<ByteView> parts) {
   Bytes all;

@@ -1,12 +1,9 @@
-// Raw deflate streams for tests: by zlib's own calls, and block by block by hand.
+// Parts of raw deflate streams for tests, put together by hand.
 #pragma once
 
 #include "common/Bytes.h"
 
 namespace kelvane::test {
-
-// The whole raw stream of `data` at a level of zlib, with as much room as it needs.
-[[nodiscard]] Bytes RawDeflate(ByteView data, int level = 9);
 
 // A block that stores up to 65,535 bytes as they are; it begins on a byte and ends on one.
 [[nodiscard]] Bytes StoredBlock(ByteView data, bool last);

@@ -1,29 +1,8 @@
-#include "resources/RawDeflate.h"
+#include "resources/DeflateBlocks.h"
 
 #include <stdexcept>
-#include <zlib.h>
 
 namespace kelvane::test {
-
-Bytes RawDeflate(ByteView data, int level) {
-  z_stream stream{};
-  if (deflateInit2(&stream, level, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY) != Z_OK) {
-    throw std::runtime_error("deflateInit2");
-  }
-  Bytes out(deflateBound(&stream, data.size()));
-  Bytes in(data.begin(), data.end());
-  stream.next_in = in.data();
-  stream.avail_in = static_cast<uInt>(in.size());
-  stream.next_out = out.data();
-  stream.avail_out = static_cast<uInt>(out.size());
-  const int result = deflate(&stream, Z_FINISH);
-  out.resize(stream.total_out);
-  deflateEnd(&stream);
-  if (result != Z_STREAM_END) {
-    throw std::runtime_error("deflate");
-  }
-  return out;
-}
 
 Bytes StoredBlock(ByteView data, bool last) {
   const unsigned length = static_cast<unsigned>(data.size());
