@@ -1,6 +1,7 @@
 #include "common/Numbers.h"
 
 #include <charconv>
+#include <cmath>
 #include <limits>
 #include <system_error>
 
@@ -154,6 +155,15 @@ double LeadingNumber(std::string_view text) {
     return 0;
   }
   throw RuntimeFailure(FailureCode::Overflow);
+}
+
+float SingleOf(double value) {
+  // Half way from the largest single to what would be the next one: rounding goes beyond from here on.
+  constexpr double kFirstTooLarge = 0x1.ffffffp127;
+  if (!(std::fabs(value) < kFirstTooLarge)) {
+    throw RuntimeFailure(FailureCode::Overflow);
+  }
+  return static_cast<float>(value);
 }
 
 }  // namespace kelvane

@@ -25,4 +25,7 @@ namespace kelvane {
 // numbers.
 [[nodiscard]] double LeadingNumber(std::string_view text);
 
+// The nearest single-precision value; failure 6 beyond the largest one.
+[[nodiscard]] float SingleOf(double value);
+
 }  // namespace kelvane

@@ -87,5 +87,17 @@ TEST(LeadingNumber, TooLargeIsFailure6AndTooNearToZeroIsZero) {
   EXPECT_EQ(LeadingNumber("1e-999"), 0);
 }
 
+TEST(SingleOf, IsTheNearestSingle) {
+  EXPECT_EQ(SingleOf(0.1), 0.1F);
+  EXPECT_EQ(SingleOf(-3.4028234663852886e38), -3.4028234663852886e38F);
+  EXPECT_EQ(SingleOf(3.40282356e38), 3.4028234663852886e38F);
+  EXPECT_EQ(SingleOf(1e-50), 0.0F);
+}
+
+TEST(SingleOf, BeyondTheLargestSingleIsFailure6) {
+  EXPECT_EQ(NumberOf([] { (void)SingleOf(3.40282357e38); }), 6);
+  EXPECT_EQ(NumberOf([] { (void)SingleOf(-1e39); }), 6);
+}
+
 }  // namespace
 }  // namespace kelvane
