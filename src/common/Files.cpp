@@ -27,6 +27,18 @@ using FileHandle = std::unique_ptr<std::FILE, CloseFile>;
   throw FailureFromErrno(error);
 }
 
+FileHandle OpenForReading(const fs::path& path) {
+  std::error_code error;
+  if (fs::is_directory(path, error)) {
+    throw RuntimeFailure(FailureCode::PathAccessError);
+  }
+  FileHandle file(std::fopen(path.c_str(), "rb"));
+  if (!file) {
+    ThrowErrno(errno);
+  }
+  return file;
+}
+
 // `*` any run, `?` any one character; both texts are UTF-8.
 bool MatchesWildcard(std::u16string_view name, std::u16string_view pattern) {
   std::size_t n = 0;
@@ -96,15 +108,9 @@ bool FileExists(const fs::path& path, bool requireContent) {
 }
 
 Bytes ReadWholeFile(const fs::path& path) {
-  std::error_code error;
-  if (fs::is_directory(path, error)) {
-    throw RuntimeFailure(FailureCode::PathAccessError);
-  }
-  const FileHandle file(std::fopen(path.c_str(), "rb"));
-  if (!file) {
-    ThrowErrno(errno);
-  }
+  const FileHandle file = OpenForReading(path);
   Bytes bytes;
+  std::error_code error;
   const std::uintmax_t length = fs::file_size(path, error);
   if (!error && length > static_cast<std::uintmax_t>(INT32_MAX)) {
     throw RuntimeFailure(FailureCode::OutOfMemory);
@@ -132,6 +138,16 @@ Bytes ReadWholeFile(const fs::path& path) {
     throw RuntimeFailure(FailureCode::DeviceIoError);
   }
   bytes.resize(filled);
+  return bytes;
+}
+
+Bytes ReadFileStart(const fs::path& path, std::size_t count) {
+  const FileHandle file = OpenForReading(path);
+  Bytes bytes(count);
+  bytes.resize(std::fread(bytes.data(), 1, count, file.get()));
+  if (std::ferror(file.get()) != 0) {
+    throw RuntimeFailure(FailureCode::DeviceIoError);
+  }
   return bytes;
 }
 

@@ -18,6 +18,10 @@ using FileDate = std::int64_t;
 // The file's bytes. Failures: 53 where there is none, 75 for a folder, 70, 57, 7.
 [[nodiscard]] Bytes ReadWholeFile(const std::filesystem::path& path);
 
+// The first `count` bytes of a file, fewer where it is shorter. Failures: 53 where there is none, 75 for a folder, 70,
+// 57.
+[[nodiscard]] Bytes ReadFileStart(const std::filesystem::path& path, std::size_t count);
+
 // Replaces what `path` held by `bytes`, in place: for files that are the program's or the user's exports. A file that a
 // user cannot get again goes through SaveStaged. Failures: 76 where the folder is missing, 75, 70, 61, 57.
 void WriteWholeFile(const std::filesystem::path& path, ByteView bytes);

@@ -20,6 +20,8 @@ const char* DescriptionOf(FailureCode code) {
       return "Out of memory";
     case FailureCode::SubscriptOutOfRange:
       return "Subscript out of range";
+    case FailureCode::DivisionByZero:
+      return "Division by zero";
     case FailureCode::TypeMismatch:
       return "Type mismatch";
     case FailureCode::BadFileNumber:

@@ -12,6 +12,7 @@ enum class FailureCode : int {
   Overflow = 6,
   OutOfMemory = 7,
   SubscriptOutOfRange = 9,
+  DivisionByZero = 11,
   TypeMismatch = 13,
   BadFileNumber = 52,
   FileNotFound = 53,

@@ -65,6 +65,15 @@ TEST(Files, ReadingGivesTheBytesWritten) {
   EXPECT_EQ(ReadWholeFile(folder / "f"), kContent);
 }
 
+TEST(Files, ReadingTheStartGivesWhatIsThereOfIt) {
+  const TempFolder folder;
+  const fs::path path = folder.Write("f", kContent);
+  EXPECT_EQ(ReadFileStart(path, 2), (Bytes{1, 2}));
+  EXPECT_EQ(ReadFileStart(path, 54), kContent);
+  EXPECT_EQ(NumberOf([&] { (void)ReadFileStart(folder / "none", 2); }), 53);
+  EXPECT_EQ(NumberOf([&] { (void)ReadFileStart(folder.Path(), 2); }), 75);
+}
+
 TEST(Files, FailuresHaveTheirNumbers) {
   const TempFolder folder;
   folder.Write("file", kContent);

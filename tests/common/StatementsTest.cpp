@@ -94,6 +94,7 @@ TEST(RuntimeFailure, HasTheWordsOfItsCode) {
                                                           {6, "Overflow"},
                                                           {7, "Out of memory"},
                                                           {9, "Subscript out of range"},
+                                                          {11, "Division by zero"},
                                                           {13, "Type mismatch"},
                                                           {52, "Bad file name or number"},
                                                           {53, "File not found"},

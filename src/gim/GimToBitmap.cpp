@@ -1,0 +1,170 @@
+#include "gim/GimToBitmap.h"
+
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <vector>
+
+#include "common/Files.h"
+#include "common/Int16.h"
+#include "common/RuntimeFailure.h"
+#include "gim/BmpHeader.h"
+#include "gim/GimReader.h"
+#include "gim/PixelSwap.h"
+
+namespace kelvane {
+
+namespace {
+
+// Readers look at neither biClrUsed nor at biSizeImage, which leaves the padding of rows out.
+BitmapHeader HeaderOf(const GimPicture& picture, bool direct) {
+  const double pixels = static_cast<double>(picture.width.Int()) * picture.height.Int();
+  BitmapHeader header;
+  header.biWidth = picture.width.Int();
+  header.biHeight = picture.height.Int();
+  if (direct) {
+    header.biBitCount = 32;
+    header.biSizeImage = RoundToInt32(pixels * 4);
+    header.biClrUsed = -1;
+  } else {
+    const double colours = std::exp2(picture.bits.Int());
+    header.biBitCount = picture.bits.Value();
+    header.biSizeImage = RoundToInt32(pixels * picture.bits.Int() / 8.0);
+    header.biClrUsed = RoundToInt32(colours);
+    header.bfOffBits = kBitmapHeaderSize + (picture.hasPalette ? RoundToInt32(colours * kRgbQuadSize) : 0);
+  }
+  header.bfSize = AddInt32(header.bfOffBits, header.biSizeImage);
+  return header;
+}
+
+void AppendPalette(Bytes& bitmap, const std::vector<std::uint32_t>& palette) {
+  const std::size_t start = bitmap.size();
+  bitmap.resize(start + palette.size() * kRgbQuadSize);
+  std::memcpy(bitmap.data() + start, palette.data(), palette.size() * kRgbQuadSize);
+}
+
+// The rows as they are, the bottom row first. What a row lacks up to a multiple of 4 bytes is taken from the pixels
+// that pad it in the GIM, and is zero where there are none.
+void AppendRows(Bytes& bitmap, const GimPicture& picture) {
+  const Int16 rowBytes = BitmapRowBytes(picture.bits.Int(), picture.width.Int());
+  RequireArraySize(rowBytes.Int());
+  const std::size_t wanted = rowBytes.Index();
+  bitmap.reserve(bitmap.size() + wanted * picture.height.Index());
+  GimRows rows(picture.pixels);
+  for (std::int32_t y = picture.height.Int() - 1; y >= 0; --y) {
+    const ByteView row = rows.Row(y);
+    const std::size_t start = bitmap.size();
+    Append(bitmap, row.first(std::min(wanted, row.size())));
+    bitmap.resize(start + wanted);
+    if (picture.bits == 32) {
+      SwapRedAndBlue(std::span(bitmap).subspan(start));
+    }
+  }
+}
+
+// Both pixels of every byte of a 4-bit row, the left one in the lower half.
+std::vector<std::array<std::uint32_t, 2>> PixelPairs(const std::vector<std::uint32_t>& palette) {
+  std::vector<std::array<std::uint32_t, 2>> pairs(256);
+  for (std::size_t byte = 0; byte < pairs.size(); ++byte) {
+    pairs[byte] = {palette[byte & 0x0F], palette[byte >> 4]};
+  }
+  return pairs;
+}
+
+// How many bytes of a row are expanded: width x bits / 8 - 1 is rounded, ties to even, to the last of them. So a 4-bit
+// row whose width leaves 3 when divided by 4 keeps its last pixel 0; files in the field are made so.
+std::size_t ExpandedBytes(const GimPicture& picture) {
+  return static_cast<std::size_t>(RoundToInt32(picture.bits.Int() / 8.0 * picture.width.Int() - 1) + 1);
+}
+
+// Every pixel by its colour, rows bottom first. Answers false where there is no palette. Depths other than 4 and 8 come
+// out as zeros.
+bool AppendExpanded(Bytes& bitmap, const GimPicture& picture) {
+  if (!picture.hasPalette) {
+    return false;
+  }
+  const std::size_t width = picture.width.Index();
+  const std::size_t pixelBytes = width * picture.height.Index() * 4;
+  RequireArraySize(static_cast<std::int64_t>(pixelBytes));
+  const std::size_t count = ExpandedBytes(picture);
+  std::vector<std::array<std::uint32_t, 2>> pairs;
+  if (picture.bits == 4) {
+    pairs = PixelPairs(picture.palette);
+  }
+  std::vector<std::uint32_t> expanded(width + 1);  // a last byte may hold one pixel more than the row
+  std::size_t at = bitmap.size();
+  bitmap.resize(at + pixelBytes);
+  GimRows rows(picture.pixels);
+  for (std::int32_t y = picture.height.Int() - 1; y >= 0; --y, at += width * 4) {
+    const std::uint8_t* row = rows.Row(y).data();
+    if (picture.bits == 4) {
+      for (std::size_t b = 0; b < count; ++b) {
+        std::memcpy(expanded.data() + 2 * b, pairs[row[b]].data(), 8);
+      }
+    } else if (picture.bits == 8) {
+      for (std::size_t b = 0; b < count; ++b) {
+        expanded[b] = picture.palette[row[b]];
+      }
+    }
+    std::memcpy(bitmap.data() + at, expanded.data(), width * 4);
+  }
+  return true;
+}
+
+bool WriteBitmap(Bytes& bitmap, const GimPicture& picture, bool force32) {
+  AppendBitmapHeader(bitmap, HeaderOf(picture, force32 || picture.bits == 32));
+  if (force32 && picture.bits != 32) {
+    return AppendExpanded(bitmap, picture);
+  }
+  if (!force32 && picture.hasPalette) {
+    AppendPalette(bitmap, picture.palette);
+  }
+  AppendRows(bitmap, picture);
+  return true;
+}
+
+// Deletes a file at the end of a scope.
+class Deleted {
+ public:
+  explicit Deleted(std::filesystem::path path) : path_(std::move(path)) {}
+  Deleted(const Deleted&) = delete;
+  Deleted& operator=(const Deleted&) = delete;
+  ~Deleted() { DeleteFileQuietly(path_); }
+
+ private:
+  std::filesystem::path path_;
+};
+
+}  // namespace
+
+GimConversion GimToBitmap(ByteView gim, bool force32) {
+  GimConversion conversion;
+  try {
+    const std::optional<GimPicture> picture = ReadGim(gim);
+    if (picture) {
+      Bytes& bitmap = conversion.written.emplace();
+      conversion.ok = WriteBitmap(bitmap, *picture, force32);
+    }
+  } catch (...) {
+    (void)CurrentFailure();  // a run-time failure is a false result; anything else goes on
+  }
+  return conversion;
+}
+
+bool GimToBitmap(const std::filesystem::path& srcPath, const std::filesystem::path& dstPath, bool force32,
+                 const std::filesystem::path& tempFolder) {
+  const Deleted tempS(tempFolder / "tempS.gim");
+  try {
+    const GimConversion conversion = GimToBitmap(ReadWholeFile(srcPath), force32);
+    if (conversion.written) {
+      DeleteFileIfThere(dstPath);
+      WriteWholeFile(dstPath, *conversion.written);
+    }
+    return conversion.ok;
+  } catch (...) {
+    (void)CurrentFailure();
+    return false;
+  }
+}
+
+}  // namespace kelvane
