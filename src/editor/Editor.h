@@ -11,6 +11,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "common/Mod.h"
@@ -42,6 +43,18 @@ class Editor {
   void timDetectChange();
   // A drop of files: the first one is opened if it exists.
   void DropFiles(const std::vector<std::filesystem::path>& files);
+
+  // Texts.
+
+  // The choice of a text and of a language. Failures: those of reading the text.
+  void lstText_Click(int row);
+  void cboTextLang_Click(int row);
+  // Stores `txt`, the content of the text box with either kind of line breaks, as the selected text and goes on to the
+  // next one. Failures: those of the file and of unusable places in it.
+  void cmdTextChange(std::u16string_view txt);
+  void cmdTextReset();
+  // Asks for a pattern and selects the next text that matches; whether one did. Failure 93 for an invalid pattern.
+  bool cmdTextSearch();
 
  private:
   Mod mod_;

@@ -10,6 +10,7 @@
 #include "container/RcoFormat.h"
 #include "editor/DeflatedHead.h"
 #include "pages/EntryScan.h"
+#include "text/TextScan.h"
 
 namespace kelvane {
 
@@ -132,6 +133,7 @@ void OpenDocument(const std::filesystem::path& path, Mod& mod, RcoDocument& docu
     run([&] { document.labelBase = file.ReadI32At(rco::hdrLabelOffset); });
     run([&] { file.ReadLongsAt(rco::kDataAreaLongsAt, document.dataAreas); });
     run([&] { ScanGenRsc(file, document); });
+    run([&] { ScanTextRsc(file, document); });
     ScanEntryTables(file, run, mod, document);
 
     run([&] { file.Close(); });

@@ -49,22 +49,17 @@ Bytes StoredText(std::u16string_view txt) {
   return stored;
 }
 
-// Makes the file anew of its bytes in front of `textPos`, `stored`, and its bytes from `tailPos` on.
-void RewriteFile(RcoFile& file, std::int32_t textPos, std::int32_t tailPos, ByteView stored) {
+// Makes the file of its bytes in front of `textPos`, `stored`, and its bytes from `tailPos` on. Where the tail begins
+// in front of the text, the bytes between stand on both sides of it.
+void ReplaceText(RcoFile& file, std::int32_t textPos, std::int32_t tailPos, Bytes stored) {
+  const std::int64_t length = file.Length();
   file.Seek(tailPos);
-  const std::int64_t tailSize = file.Length() - tailPos;
-  RequireArraySize(tailSize);
+  RequireArraySize(length - tailPos);
   RequireArraySize(textPos);
-  const ByteView image = file.Image();
-  const auto head = static_cast<std::size_t>(textPos);
-  const auto tail = static_cast<std::size_t>(tailSize);
-  Bytes content;
-  content.reserve(head + stored.size() + tail);
-  Append(content, image.first(std::min(head, image.size())));
-  content.resize(head);
-  Append(content, stored);
-  Append(content, image.last(tail));
-  file.Assign(std::move(content));
+  if (tailPos < textPos) {
+    Append(stored, file.ReadBytes(std::min(std::int64_t{textPos}, length) - tailPos));
+  }
+  file.Splice(textPos, std::max(tailPos - textPos, 0), stored);
 }
 
 void MoveTexts(std::vector<TextRec>& records, std::size_t from, std::int32_t delta) {
@@ -102,7 +97,7 @@ void SelectWholeText(RcoDocument& document) {
 
 }  // namespace
 
-void cmdTextChange_Click(Mod& mod, RcoDocument& document, Watch& watch, std::u16string_view txt) {
+void cmdTextChange(Mod& mod, RcoDocument& document, Watch& watch, std::u16string_view txt) {
   if (document.lstText.Selected() < 0) {
     return;
   }
@@ -116,10 +111,10 @@ void cmdTextChange_Click(Mod& mod, RcoDocument& document, Watch& watch, std::u16
   const std::int32_t tailPos = TailPosition(document, head4, lang, item);
   const std::int32_t textPos = PositionOfText(document, lang, item);
 
-  const Bytes stored = StoredText(txt);
-  RewriteFile(file, textPos, tailPos, stored);
-
+  Bytes stored = StoredText(txt);
   const std::int32_t newLen = CheckedInt32(static_cast<std::int64_t>(stored.size()));
+  ReplaceText(file, textPos, tailPos, std::move(stored));
+
   const std::int32_t delta = CheckedInt32(std::int64_t{newLen} - (std::int64_t{tailPos} - textPos));
   MoveBehindText(document, head4, lang, item, newLen, delta);
   WriteTextRecords(file, document, Int16(lang));
@@ -136,7 +131,7 @@ void cmdTextChange_Click(Mod& mod, RcoDocument& document, Watch& watch, std::u16
   }
 }
 
-void cmdTextReset_Click(const Mod& mod, RcoDocument& document) {
+void cmdTextReset(const Mod& mod, RcoDocument& document) {
   if (document.lstText.Selected() < 0) {
     return;
   }

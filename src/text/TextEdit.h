@@ -15,9 +15,9 @@ namespace kelvane {
 // firmware's tools have them in order. Failures, which leave the watcher stopped: those of the backup and the file; 9
 // where the text's place is 0 or less, or that of what follows it isn't inside the file; 9 without a selected language;
 // 5, 6, 7.
-void cmdTextChange_Click(Mod& mod, RcoDocument& document, Watch& watch, std::u16string_view txt);
+void cmdTextChange(Mod& mod, RcoDocument& document, Watch& watch, std::u16string_view txt);
 
 // Shows the selected text anew from the file. Does nothing without a selected text.
-void cmdTextReset_Click(const Mod& mod, RcoDocument& document);
+void cmdTextReset(const Mod& mod, RcoDocument& document);
 
 }  // namespace kelvane

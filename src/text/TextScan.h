@@ -15,7 +15,7 @@ inline constexpr std::int64_t kMaxTextTableBytes = 1 << 26;
 // Fills cboTextLang, lstText, textRsc, textCount, langCount, langPos and textDataBase from the open file; labelBase
 // must be read already. The second language of the file is selected. What the document held of texts before is gone,
 // also where the file has none. Failures: 9 where the first language counts no text, 6 for more than 2730 texts or
-// 32768 languages, 7 for more than kMaxTextTableBytes, 5. What was filled up to there stays.
+// 32767 languages, 7 for more than kMaxTextTableBytes, 5. What was filled up to there stays.
 void ScanTextRsc(RcoFile& file, RcoDocument& document);
 
 // The name of a language by the code in its record.

@@ -24,7 +24,7 @@ std::optional<int> FindText(TextReader& texts, const Pattern& pattern, int lang,
 
 }  // namespace
 
-bool cmdTextSearch_Click(const Mod& mod, RcoDocument& document, Prompts& prompts) {
+bool cmdTextSearch(const Mod& mod, RcoDocument& document, Prompts& prompts) {
   if (document.lstText.Count() == 0) {
     return false;
   }

@@ -11,6 +11,6 @@ namespace kelvane {
 // if there was one, on from the first text up to and including it. Case is ignored. True if one was selected; false for
 // an empty list, an empty answer or nothing found, which is told. Failures: 93 for an invalid pattern, 9 without a
 // selected language, and those of reading the texts.
-bool cmdTextSearch_Click(const Mod& mod, RcoDocument& document, Prompts& prompts);
+bool cmdTextSearch(const Mod& mod, RcoDocument& document, Prompts& prompts);
 
 }  // namespace kelvane
