@@ -7,6 +7,7 @@
 #include <memory>
 #include <string_view>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "common/Encoding.h"
@@ -85,6 +86,20 @@ fs::path FindFirst(const fs::path& pattern) {
   return {};
 }
 
+// Writes to a file that was just opened, or reports why it couldn't be.
+void WriteAndClose(FileHandle file, ByteView bytes) {
+  if (!file) {
+    // For a file that is to be made, a missing part of the path can only be a folder.
+    ThrowErrno(errno == ENOENT ? ENOTDIR : errno);
+  }
+  if (!bytes.empty() && std::fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size()) {
+    ThrowErrno(errno);
+  }
+  if (std::fclose(file.release()) != 0) {
+    ThrowErrno(errno);
+  }
+}
+
 }  // namespace
 
 bool FileExists(const fs::path& path, bool requireContent) {
@@ -152,17 +167,15 @@ Bytes ReadFileStart(const fs::path& path, std::size_t count) {
 }
 
 void WriteWholeFile(const fs::path& path, ByteView bytes) {
-  FileHandle file(std::fopen(path.c_str(), "wb"));
-  if (!file) {
-    // For a file that is to be made, a missing part of the path can only be a folder.
-    ThrowErrno(errno == ENOENT ? ENOTDIR : errno);
+  WriteAndClose(FileHandle(std::fopen(path.c_str(), "wb")), bytes);
+}
+
+void OverwriteFile(const fs::path& path, ByteView bytes) {
+  FileHandle file(std::fopen(path.c_str(), "r+b"));
+  if (!file && errno == ENOENT) {
+    file.reset(std::fopen(path.c_str(), "wb"));
   }
-  if (!bytes.empty() && std::fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size()) {
-    ThrowErrno(errno);
-  }
-  if (std::fclose(file.release()) != 0) {
-    ThrowErrno(errno);
-  }
+  WriteAndClose(std::move(file), bytes);
 }
 
 std::int64_t FileLength(const fs::path& path) {

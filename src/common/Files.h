@@ -26,6 +26,10 @@ using FileDate = std::int64_t;
 // user cannot get again goes through SaveStaged. Failures: 76 where the folder is missing, 75, 70, 61, 57.
 void WriteWholeFile(const std::filesystem::path& path, ByteView bytes);
 
+// Writes `bytes` from the file's start on, making the file if it isn't there. What a longer file holds behind them
+// stays. Failures: 76 where the folder is missing, 75, 70, 61, 57.
+void OverwriteFile(const std::filesystem::path& path, ByteView bytes);
+
 // Length in bytes; failure 53 where there is no such file.
 [[nodiscard]] std::int64_t FileLength(const std::filesystem::path& path);
 

@@ -1,10 +1,17 @@
 #include "imaging/c32bppDIB.h"
 
+#include <cstdlib>
 #include <limits>
+
+#include "common/Files.h"
+#include "common/Int16.h"
+#include "common/RuntimeFailure.h"
 
 namespace kelvane {
 
 namespace {
+
+constexpr std::int32_t kBmpHeaderBytes = 54;
 
 std::int32_t SystemClassOf(const SystemVersion& version) {
   if (!version.is9xFamily) {
@@ -48,6 +55,63 @@ std::string_view NameOf(ImageKind kind) {
 
 c32bppDIB::c32bppDIB(PictureLoader* pictures, SystemVersion version)
     : pictures_(pictures), systemClass_(SystemClassOf(version)) {}
+
+bool c32bppDIB::Render(Surface* destDC, std::int32_t destX, std::int32_t destY, std::int32_t& destWidth,
+                       std::int32_t destHeight, std::int32_t blendPct) const {
+  if (!bits_ || destDC == nullptr) {
+    return false;
+  }
+  if (blendPct != 100) {
+    blendPct = std::abs(blendPct % 100);
+    if (blendPct == 0) {
+      return true;
+    }
+  }
+  if (destWidth < 1) {
+    destWidth = dibWidth_;
+  }
+  if (destHeight < 1) {
+    destHeight = dibHeight_;
+  }
+  const PixelView source = {Pixels(), dibWidth_, dibHeight_};
+  if (systemClass_ == 3) {
+    return destDC->Blend(source, destX, destY, destWidth, destHeight, 255, false);
+  }
+  const auto constantAlpha = static_cast<std::uint8_t>(RoundToInt32(blendPct / 100.0 * 255));
+  return destDC->Blend(source, destX, destY, destWidth, destHeight, constantAlpha, hasAlpha_);
+}
+
+Bytes c32bppDIB::BmpBytes() const {
+  const std::int32_t imageBytes = static_cast<std::int32_t>(PixelBytes());
+  const std::int32_t fileBytes = AddInt32(imageBytes, kBmpHeaderBytes);
+  if (!bits_) {
+    throw RuntimeFailure(FailureCode::SubscriptOutOfRange);
+  }
+  Bytes file(static_cast<std::size_t>(fileBytes));
+  WriteU16(file, 0, 19778);  // "BM"
+  WriteI32(file, 2, fileBytes);
+  WriteI32(file, 10, kBmpHeaderBytes);
+  WriteI32(file, 14, 40);  // size of the header from here on
+  WriteI32(file, 18, dibWidth_);
+  WriteI32(file, 22, dibHeight_);
+  WriteU16(file, 26, 1);   // planes
+  WriteU16(file, 28, 32);  // bits a pixel
+  WriteI32(file, 34, imageBytes);
+  CopyInto(file, kBmpHeaderBytes, Pixels());
+  return file;
+}
+
+bool c32bppDIB::SaveToFile(const std::filesystem::path& FileName, bool /*ignored*/) const {
+  if (FileName.empty() || !bits_) {
+    return false;
+  }
+  try {
+    OverwriteFile(FileName, BmpBytes());
+    return true;
+  } catch (const std::exception&) {
+    return false;
+  }
+}
 
 bool c32bppDIB::InitializeDIB(std::int32_t width, std::int32_t height) {
   DestroyDIB();

@@ -101,6 +101,20 @@ class c32bppDIB {
   // Whether Render would lose transparency.
   [[nodiscard]] bool isWin95Alpha() const { return hasAlpha_ && systemClass_ == 3; }
 
+  // Draws the whole bitmap stretched to the rectangle. A `destWidth` below 1 becomes the bitmap's width, in the
+  // caller's variable too; a `destHeight` below 1 counts as its height. `blendPct` is the opacity: other than 100 it
+  // counts as its absolute value modulo 100, and nothing is drawn at 0. False without a bitmap or a target, and where
+  // the target couldn't draw.
+  bool Render(Surface* destDC, std::int32_t destX, std::int32_t destY, std::int32_t& destWidth, std::int32_t destHeight,
+              std::int32_t blendPct) const;
+
+  // The bitmap as a BMP of 32 bits: 54 bytes of header, then the pixels as they are, premultiplied or not. Failures: 9
+  // when empty, 6 and 7 for an image too large for such a file.
+  [[nodiscard]] Bytes BmpBytes() const;
+  // Writes that BMP. An existing longer file isn't truncated: the bytes beyond the new end stay. False, never a
+  // failure, when empty and where the file can't be written. The second argument is ignored.
+  bool SaveToFile(const std::filesystem::path& FileName, bool ignored = false) const;
+
   [[nodiscard]] PictureLoader* Pictures() const { return pictures_; }
 
   void Alpha(bool hasAlpha, ParserKey) { hasAlpha_ = hasAlpha; }

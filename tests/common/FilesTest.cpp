@@ -89,6 +89,17 @@ TEST(Files, FailuresHaveTheirNumbers) {
   EXPECT_EQ(NumberOf([&] { SaveStaged(folder / "none/file", kContent); }), 76);
 }
 
+TEST(Files, OverwritingKeepsWhatALongerFileHoldsBehind) {
+  const TempFolder folder;
+  OverwriteFile(folder / "a", kContent);
+  EXPECT_EQ(ReadWholeFile(folder / "a"), kContent);
+  folder.Write("a", Bytes{9, 9, 9, 8, 7});
+  OverwriteFile(folder / "a", kContent);
+  EXPECT_EQ(ReadWholeFile(folder / "a"), (Bytes{1, 2, 3, 8, 7}));
+  EXPECT_EQ(NumberOf([&] { OverwriteFile(folder / "none/file", kContent); }), 76);
+  EXPECT_EQ(NumberOf([&] { OverwriteFile(folder.Path(), kContent); }), 75);
+}
+
 TEST(Files, AFullDiskIsFailure61) {
   if (!fs::exists("/dev/full")) {
     FAIL() << "this test needs /dev/full";

@@ -2,10 +2,19 @@
 #include <gtest/gtest.h>
 #include <limits>
 
+#include "common/Files.h"
+#include "imaging/Fakes.h"
 #include "imaging/c32bppDIB.h"
+#include "imaging/cBMPparser.h"
+#include "support/BmpBuilder.h"
+#include "support/Failures.h"
+#include "support/TempFolder.h"
 
 namespace kelvane {
 namespace {
+
+using test::RecordingSurface;
+using test::TempFolder;
 
 constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
@@ -92,6 +101,206 @@ TEST(DestroyDIB, EmptiesTheObjectButKeepsWhoManagesItsContext) {
   EXPECT_EQ(image.Height(), 0);
   EXPECT_FALSE(image.Alpha());
   EXPECT_TRUE(image.ManageOwnDC());
+}
+
+// An image of the given pixels, by way of a BMP file.
+void Fill(c32bppDIB& image, std::int32_t width, std::int32_t height, const Bytes& pixels) {
+  const Bytes file = test::BuildBmp({.width = width, .height = height, .bits = pixels});
+  ASSERT_TRUE(cBMPparser().LoadStream(file, image, 0, static_cast<std::int32_t>(file.size())));
+}
+
+const Bytes kOpaque = {1, 2, 3, 255, 4, 5, 6, 255};
+const Bytes kWithoutAlpha = {1, 2, 3, 0, 4, 5, 6, 0};
+
+TEST(Render, WithoutABitmapOrATargetNothingIsDrawn) {
+  RecordingSurface surface;
+  std::int32_t width = 0;
+  const c32bppDIB empty;
+  EXPECT_FALSE(empty.Render(&surface, 0, 0, width, 0, 100));
+  EXPECT_TRUE(surface.drawings.empty());
+  c32bppDIB image;
+  Fill(image, 2, 1, kOpaque);
+  EXPECT_FALSE(image.Render(nullptr, 0, 0, width, 0, 100));
+  EXPECT_EQ(width, 0);
+}
+
+TEST(Render, DestWidth0LeavesTheBitmapsWidthInTheCallersVariable) {
+  c32bppDIB image;
+  Fill(image, 2, 1, kOpaque);
+  for (const std::int32_t asked : {0, -1, kLeast}) {
+    RecordingSurface surface;
+    std::int32_t width = asked;
+    EXPECT_TRUE(image.Render(&surface, 3, -4, width, asked, 100));
+    EXPECT_EQ(width, 2);
+    ASSERT_EQ(surface.drawings.size(), 1U);
+    EXPECT_EQ(surface.drawings[0], (RecordingSurface::Drawing{.pixels = kOpaque,
+                                                              .sourceWidth = 2,
+                                                              .sourceHeight = 1,
+                                                              .x = 3,
+                                                              .y = -4,
+                                                              .width = 2,
+                                                              .height = 1,
+                                                              .constantAlpha = 255,
+                                                              .perPixelAlpha = true}));
+  }
+}
+
+TEST(Render, TheWholeBitmapIsStretchedToTheRectangle) {
+  c32bppDIB image;
+  Fill(image, 2, 1, kOpaque);
+  RecordingSurface surface;
+  std::int32_t width = 7;
+  EXPECT_TRUE(image.Render(&surface, 0, 0, width, 9, 100));
+  EXPECT_EQ(width, 7);
+  ASSERT_EQ(surface.drawings.size(), 1U);
+  EXPECT_EQ(surface.drawings[0].width, 7);
+  EXPECT_EQ(surface.drawings[0].height, 9);
+}
+
+TEST(Render, BlendPct0Or200DrawsNothingAndIsTrue) {
+  c32bppDIB image;
+  Fill(image, 2, 1, kOpaque);
+  for (const std::int32_t blendPct : {0, 200, -100, 300}) {
+    RecordingSurface surface;
+    std::int32_t width = 0;
+    EXPECT_TRUE(image.Render(&surface, 0, 0, width, 0, blendPct));
+    EXPECT_TRUE(surface.drawings.empty());
+    EXPECT_EQ(width, 0);
+  }
+}
+
+TEST(Render, TheConstantAlphaOfABlendTiesToEven) {
+  const struct {
+    std::int32_t blendPct;
+    int constantAlpha;
+  } rows[] = {{100, 255},   {50, 128}, {150, 128}, {-50, 128}, {1, 3},  // 2.55
+              {99, 252},                                                // 252.45
+              {10, 26},                                                 // 25.5
+              {30, 76},                                                 // 76.5
+              {70, 178},                                                // 178.5
+              {90, 230},                                                // 229.5
+              {kLeast, 122}};                                           // 48 percent: 122.4
+  c32bppDIB image;
+  Fill(image, 2, 1, kOpaque);
+  for (const auto& row : rows) {
+    RecordingSurface surface;
+    std::int32_t width = 0;
+    EXPECT_TRUE(image.Render(&surface, 0, 0, width, 0, row.blendPct));
+    ASSERT_EQ(surface.drawings.size(), 1U);
+    EXPECT_EQ(surface.drawings[0].constantAlpha, row.constantAlpha) << row.blendPct;
+  }
+}
+
+TEST(Render, TheRoadFollowsTheSystemClassAlone) {
+  const SystemVersion class0 = {};
+  const SystemVersion class1 = {.is9xFamily = true};
+  const SystemVersion class3 = {.is9xFamily = true, .minorVersion = 10};
+  const struct {
+    SystemVersion version;
+    Bytes pixels;
+    int constantAlpha;
+    bool perPixelAlpha;
+    bool isWin95Alpha;
+  } rows[] = {{class0, kOpaque, 128, true, false}, {class0, kWithoutAlpha, 128, false, false},
+              {class1, kOpaque, 128, true, false}, {class1, kWithoutAlpha, 128, false, false},
+              {class3, kOpaque, 255, false, true}, {class3, kWithoutAlpha, 255, false, false}};
+  for (const auto& row : rows) {
+    c32bppDIB image(nullptr, row.version);
+    Fill(image, 2, 1, row.pixels);
+    EXPECT_EQ(image.isWin95Alpha(), row.isWin95Alpha);
+    RecordingSurface surface;
+    std::int32_t width = 0;
+    EXPECT_TRUE(image.Render(&surface, 0, 0, width, 0, 50));
+    ASSERT_EQ(surface.drawings.size(), 1U);
+    EXPECT_EQ(surface.drawings[0].constantAlpha, row.constantAlpha) << image.systemClass();
+    EXPECT_EQ(surface.drawings[0].perPixelAlpha, row.perPixelAlpha) << image.systemClass();
+  }
+}
+
+TEST(Render, TheResultIsTheTargets) {
+  c32bppDIB image;
+  Fill(image, 2, 1, kOpaque);
+  RecordingSurface surface;
+  surface.succeeds = false;
+  std::int32_t width = 0;
+  EXPECT_FALSE(image.Render(&surface, 0, 0, width, 0, 100));
+}
+
+TEST(SaveToFile, ABitmapOf1By1GivesAFileOf58Bytes) {
+  const TempFolder folder;
+  c32bppDIB image;
+  Fill(image, 1, 1, {1, 2, 3, 128});
+  EXPECT_TRUE(image.SaveToFile(folder / "a.bmp"));
+  EXPECT_EQ(ReadWholeFile(folder / "a.bmp"),
+            (Bytes{'B', 'M', 58, 0, 0, 0, 0, 0, 0, 0, 54, 0, 0, 0, 40, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 32,
+                   0,   0,   0,  0, 0, 4, 0, 0, 0, 0, 0,  0, 0, 0, 0,  0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 2, 3, 128}));
+}
+
+TEST(SaveToFile, PixelsAreWrittenAsTheyAreBottomRowFirst) {
+  const TempFolder folder;
+  c32bppDIB image;
+  // Not premultiplied in the source: 200 x 128 / 255 is 100.
+  Fill(image, 1, 300, [] {
+    Bytes rows(1200, 128);
+    rows[0] = 200;
+    return rows;
+  }());
+  EXPECT_TRUE(image.SaveToFile(folder / "a.bmp", true));
+  const Bytes file = ReadWholeFile(folder / "a.bmp");
+  ASSERT_EQ(file.size(), 1254U);
+  EXPECT_EQ(ReadI32(file, 2), 1254);
+  EXPECT_EQ(ReadI32(file, 18), 1);
+  EXPECT_EQ(ReadI32(file, 22), 300);
+  EXPECT_EQ(ReadI32(file, 34), 1200);
+  EXPECT_EQ(file[54], 100);
+  EXPECT_EQ(file[55], 64);
+  EXPECT_EQ(file[57], 128);
+}
+
+TEST(SaveToFile, AnExistingLongerFileIsNotTruncated) {
+  const TempFolder folder;
+  folder.Write("a.bmp", Bytes(70, 0xEE));
+  c32bppDIB image;
+  Fill(image, 1, 1, {1, 2, 3, 255});
+  EXPECT_TRUE(image.SaveToFile(folder / "a.bmp"));
+  const Bytes file = ReadWholeFile(folder / "a.bmp");
+  ASSERT_EQ(file.size(), 70U);
+  EXPECT_EQ(Bytes(file.begin() + 54, file.begin() + 59), (Bytes{1, 2, 3, 255, 0xEE}));
+}
+
+TEST(SaveToFile, WithoutANameABitmapOrAFolderItIsFalse) {
+  const TempFolder folder;
+  c32bppDIB image;
+  EXPECT_FALSE(image.SaveToFile(folder / "a.bmp"));
+  EXPECT_EQ(test::NumberOf([&] { (void)image.BmpBytes(); }), 9);
+  Fill(image, 1, 1, {1, 2, 3, 255});
+  EXPECT_FALSE(image.SaveToFile(""));
+  EXPECT_FALSE(image.SaveToFile(folder / "none/a.bmp"));
+  EXPECT_FALSE(image.SaveToFile(folder.Path()));
+  EXPECT_EQ(folder.Names(), std::vector<std::string>());
+}
+
+TEST(ImageKind, EveryKindHasItsNumberAndAName) {
+  const struct {
+    ImageKind kind;
+    int number;
+    const char* name;
+  } rows[] = {{ImageKind::None, 0, "none"},
+              {ImageKind::BitmapWithoutAlpha, 1, "bitmap without alpha"},
+              {ImageKind::Metafile, 2, "metafile"},
+              {ImageKind::Icon, 3, "icon"},
+              {ImageKind::EnhancedMetafile, 4, "enhanced metafile"},
+              {ImageKind::Cursor, 5, "cursor"},
+              {ImageKind::BitmapWithAlpha, 6, "bitmap with alpha"},
+              {ImageKind::PremultipliedBitmap, 7, "premultiplied bitmap"},
+              {ImageKind::IconWithAlpha, 8, "icon with alpha"},
+              {ImageKind::Gif, 9, "GIF"},
+              {ImageKind::Png, 10, "PNG"},
+              {ImageKind::CursorWithAlpha, 11, "cursor with alpha"}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(static_cast<int>(row.kind), row.number);
+    EXPECT_EQ(NameOf(row.kind), row.name);
+  }
 }
 
 TEST(LoadDIBinDC, GivesAContextOverThePixelsUntilItIsTakenOut) {

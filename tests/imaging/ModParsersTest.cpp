@@ -1,18 +1,14 @@
 #include <gtest/gtest.h>
 
-#include "common/RuntimeFailure.h"
+#include "imaging/Fakes.h"
 #include "imaging/modParsers.h"
+#include "support/Failures.h"
 
 namespace kelvane {
 namespace {
 
 int NumberOf(std::int32_t bitDepth, std::int32_t width) {
-  try {
-    (void)AlignedRowBytes(bitDepth, width);
-  } catch (const RuntimeFailure& failure) {
-    return failure.Number();
-  }
-  return 0;
+  return test::NumberOf([=] { (void)AlignedRowBytes(bitDepth, width); });
 }
 
 TEST(AlignedRowBytes, PadsToThirtyTwoBits) {
@@ -53,6 +49,25 @@ TEST(IsArrayEmptyMark, TellsAnArrayThatWasNeverDimensioned) {
 TEST(ArrayToPicture, GivesNothingWithoutALoader) {
   const Bytes stream = {1, 2, 3};
   EXPECT_EQ(ArrayToPicture(nullptr, stream, 0, 3), nullptr);
+}
+
+TEST(ArrayToPicture, HandsOverTheSpanOnly) {
+  test::FakePictures pictures;
+  pictures.picture = std::make_unique<test::FakePicture>();
+  const Bytes stream = {1, 2, 3, 4};
+  EXPECT_NE(ArrayToPicture(&pictures, stream, 1, 2), nullptr);
+  ASSERT_EQ(pictures.asked.size(), 1U);
+  EXPECT_EQ(pictures.asked[0], (Bytes{2, 3}));
+}
+
+TEST(SpanOf, FailsOutsideTheStream) {
+  const Bytes stream = {1, 2, 3, 4};
+  EXPECT_EQ(SpanOf(stream, 4, 0).size(), 0U);
+  EXPECT_EQ(SpanOf(stream, 0, 4).size(), 4U);
+  EXPECT_EQ(test::NumberOf([&] { (void)SpanOf(stream, 1, 4); }), 9);
+  EXPECT_EQ(test::NumberOf([&] { (void)SpanOf(stream, -1, 2); }), 9);
+  EXPECT_EQ(test::NumberOf([&] { (void)SpanOf(stream, 2, -1); }), 9);
+  EXPECT_EQ(test::NumberOf([&] { (void)SpanOf(stream, INT32_MAX, INT32_MAX); }), 9);
 }
 
 }  // namespace
