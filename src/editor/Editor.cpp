@@ -5,6 +5,7 @@
 #include "common/Encoding.h"
 #include "common/Files.h"
 #include "common/RuntimeFailure.h"
+#include "container/Inserts.h"
 #include "editor/OpenRcoFile.h"
 
 namespace kelvane {
@@ -94,6 +95,15 @@ void Editor::DropFiles(const std::vector<std::filesystem::path>& files) {
   if (FileExists(files.front())) {
     OpenRcoFile(files.front());
   }
+}
+
+WriteContext Editor::Context() {
+  return {.mod = mod_, .document = document_, .prompts = ports_.prompts, .watch = ports_.watch};
+}
+
+AfterInsert Editor::Afterwards() {
+  return {.reopen = [this] { OpenRcoFile(mod_.cCurFile); },
+          .selectLine = [this](Int16 row) { document_.lst.Select(row.Int()); }};
 }
 
 }  // namespace kelvane

@@ -10,6 +10,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,9 @@
 #include "editor/Ports.h"
 
 namespace kelvane {
+
+struct AfterInsert;
+struct WriteContext;
 
 class Editor {
  public:
@@ -55,8 +59,17 @@ class Editor {
   void cmdTextReset();
   // Asks for a pattern and selects the next text that matches; whether one did. Failure 93 for an invalid pattern.
   bool cmdTextSearch();
+  // The button that opens frmAddText: what txtPos starts with, or nothing where no file is open, which was told.
+  std::optional<std::string> cmdTextRscAdd();
+  // cmdOK of frmAddText with its two fields: adds an empty text to all languages and opens the file anew. False if the
+  // input was refused; then the message was shown and the dialog stays. Failure 6 for a position beyond 16 bits.
+  bool frmAddText_cmdOK(const std::string& label, const std::string& position);
 
  private:
+  // What the procedures that insert entries are handed.
+  [[nodiscard]] WriteContext Context();
+  [[nodiscard]] AfterInsert Afterwards();
+
   Mod mod_;
   RcoDocument document_;
   Ports ports_;

@@ -127,5 +127,49 @@ TEST_F(EditorTexts, TheSearchSelectsAndRemembersItsPatternAlsoInTheNextFile) {
   EXPECT_EQ(NumberOf([&] { (void)editor.cmdTextSearch(); }), 93);
 }
 
+TEST_F(EditorTexts, AddingATextNeedsALoadedFileAndStartsAtTheSelectedText) {
+  prompts.ExpectTell("Must have a file loaded to use this feature!", Icon::Exclamation);
+  EXPECT_EQ(editor.cmdTextRscAdd(), std::nullopt);
+  Open();
+  EXPECT_EQ(editor.cmdTextRscAdd(), "");
+  editor.lstText_Click(2);
+  EXPECT_EQ(editor.cmdTextRscAdd(), "2");
+}
+
+TEST_F(EditorTexts, ARefusedTextLeavesTheFileAndTheDialogOpen) {
+  Open();
+  prompts.ExpectTell("必须输入一个标记", Icon::Exclamation);
+  EXPECT_FALSE(editor.frmAddText_cmdOK("", "1"));
+  prompts.ExpectTell("无效坐标", Icon::Exclamation);
+  EXPECT_FALSE(editor.frmAddText_cmdOK("msg_new", "4"));
+  EXPECT_EQ(ReadWholeFile(folder / "f.rco"), ThreeTexts().Build().bytes);
+  EXPECT_FALSE(FileExists(folder / "f.rco.bak"));
+}
+
+TEST_F(EditorTexts, AnAddedTextIsEmptyInEveryLanguageAndTakesWhatIsTypedThen) {
+  Open();
+  EXPECT_TRUE(editor.frmAddText_cmdOK("msg_new", "1.6"));
+  EXPECT_THAT(Document().lstText.Lines(), ElementsAre("msg_yes", "msg_no", "msg_new", "msg_stop"));
+  EXPECT_THAT(Document().cboTextLang.Lines(), ElementsAre("日语", "英语", "法语"));
+  for (int lang = 0; lang < 3; ++lang) {
+    editor.cboTextLang_Click(lang);
+    editor.lstText_Click(2);
+    EXPECT_EQ(Document().text.txt, u"");
+    editor.cmdTextChange(u"New " + std::u16string(1, static_cast<char16_t>(u'0' + lang)));
+  }
+  EXPECT_EQ(Document().text.txt, u"Arrêter");
+  editor.OpenRcoFile(folder / "f.rco");
+  const std::vector<std::vector<std::u16string>> expected = {{u"はい", u"いいえ", u"New 0", u"中止"},
+                                                             {u"Yes", u"No", u"New 1", u"Stop"},
+                                                             {u"Oui", u"Non", u"New 2", u"Arrêter"}};
+  for (int lang = 0; lang < 3; ++lang) {
+    editor.cboTextLang_Click(lang);
+    for (int item = 0; item < 4; ++item) {
+      editor.lstText_Click(item);
+      EXPECT_EQ(Document().text.txt, expected[static_cast<std::size_t>(lang)][static_cast<std::size_t>(item)]);
+    }
+  }
+}
+
 }  // namespace
 }  // namespace kelvane
