@@ -57,6 +57,7 @@ std::int32_t AnimationPosition(const RcoLayout& layout, std::size_t animation) {
 template <class Place>
 std::vector<std::int32_t> EntriesOf(const std::vector<Place>& places) {
   std::vector<std::int32_t> positions;
+  positions.reserve(places.size());
   for (const Place& place : places) {
     positions.push_back(place.entry);
   }
@@ -105,6 +106,7 @@ std::vector<std::int32_t> EntryPositions(const RcoLayout& layout, RcoTable table
     case RcoTable::kPage:
       return EntriesOf(layout.pages);
     case RcoTable::kAnim:
+      positions.reserve(layout.animations.size());
       for (std::size_t i = 0; i < layout.animations.size(); ++i) {
         positions.push_back(AnimationPosition(layout, i));
       }
