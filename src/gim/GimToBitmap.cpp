@@ -8,6 +8,7 @@
 #include "common/Files.h"
 #include "common/Int16.h"
 #include "common/RuntimeFailure.h"
+#include "common/TempFiles.h"
 #include "gim/BmpHeader.h"
 #include "gim/GimReader.h"
 #include "gim/PixelSwap.h"
@@ -123,18 +124,6 @@ bool WriteBitmap(Bytes& bitmap, const GimPicture& picture, bool force32) {
   return true;
 }
 
-// Deletes a file at the end of a scope.
-class Deleted {
- public:
-  explicit Deleted(std::filesystem::path path) : path_(std::move(path)) {}
-  Deleted(const Deleted&) = delete;
-  Deleted& operator=(const Deleted&) = delete;
-  ~Deleted() { DeleteFileQuietly(path_); }
-
- private:
-  std::filesystem::path path_;
-};
-
 }  // namespace
 
 GimConversion GimToBitmap(ByteView gim, bool force32) {
@@ -151,11 +140,11 @@ GimConversion GimToBitmap(ByteView gim, bool force32) {
   return conversion;
 }
 
-bool GimToBitmap(const std::filesystem::path& srcPath, const std::filesystem::path& dstPath, bool force32,
-                 const std::filesystem::path& tempFolder) {
-  const Deleted tempS(tempFolder / "tempS.gim");
+bool GimBytesToBitmap(ByteView gim, const std::filesystem::path& dstPath, bool force32,
+                      const std::filesystem::path& tempFolder) {
+  const TempFiles tempS({tempFolder / "tempS.gim"});
   try {
-    const GimConversion conversion = GimToBitmap(ReadWholeFile(srcPath), force32);
+    const GimConversion conversion = GimToBitmap(gim, force32);
     if (conversion.written) {
       DeleteFileIfThere(dstPath);
       WriteWholeFile(dstPath, *conversion.written);
@@ -165,6 +154,17 @@ bool GimToBitmap(const std::filesystem::path& srcPath, const std::filesystem::pa
     (void)CurrentFailure();
     return false;
   }
+}
+
+bool GimToBitmap(const std::filesystem::path& srcPath, const std::filesystem::path& dstPath, bool force32,
+                 const std::filesystem::path& tempFolder) {
+  Bytes gim;
+  try {
+    gim = ReadWholeFile(srcPath);
+  } catch (...) {
+    (void)CurrentFailure();  // a file that can't be read has no signature either
+  }
+  return GimBytesToBitmap(gim, dstPath, force32, tempFolder);
 }
 
 }  // namespace kelvane

@@ -20,8 +20,12 @@ struct GimConversion {
 // a file back as it was. Bytes that a cut-off file lacks count as zeros. Never fails.
 [[nodiscard]] GimConversion GimToBitmap(ByteView gim, bool force32);
 
-// The same from file to file. The result is false where the bitmap wasn't written in full, for whatever reason.
-// `tempS.gim` in `tempFolder` is deleted on every way out, though nothing makes it.
+// The same into a file, for a GIM file whose content is at hand. The result is false where the bitmap wasn't written in
+// full, for whatever reason. `tempS.gim` in `tempFolder` is deleted on every way out, though nothing makes it.
+bool GimBytesToBitmap(ByteView gim, const std::filesystem::path& dstPath, bool force32,
+                      const std::filesystem::path& tempFolder);
+
+// The same from file to file.
 bool GimToBitmap(const std::filesystem::path& srcPath, const std::filesystem::path& dstPath, bool force32,
                  const std::filesystem::path& tempFolder);
 
