@@ -1,0 +1,45 @@
+#include "shell/Application.h"
+
+#include <QFont>
+#include <QStyleFactory>
+
+#include "shell/Failure.h"
+#include "shell/Icons.h"
+
+namespace kelvane {
+
+namespace {
+
+// 9 points at 96 dots to the inch. The forms are laid out in twips, so their type has a fixed size like their controls;
+// the scale of the screen enlarges both.
+constexpr int kFontPixels = 12;
+
+// The system's font; what it lacks of Chinese comes from the first of these that is installed.
+QFont FormFont(const QFont& system) {
+  QFont font = system;
+  font.setFamilies(QStringList(system.family()) << "Noto Sans CJK SC"
+                                                << "WenQuanYi Micro Hei"
+                                                << "WenQuanYi Zen Hei");
+  font.setPixelSize(kFontPixels);
+  return font;
+}
+
+}  // namespace
+
+Application::Application(int& argumentCount, char** arguments) : QApplication(argumentCount, arguments) {
+  setApplicationName("Kelvane Editor");
+  setStyle(QStyleFactory::create("Fusion"));
+  setFont(FormFont(font()));
+  setWindowIcon(DrawnIcon(Drawing::Program));
+}
+
+bool Application::notify(QObject* receiver, QEvent* event) {
+  try {
+    return QApplication::notify(receiver, event);
+  } catch (...) {
+    EndWithCurrentFailure();
+    return true;
+  }
+}
+
+}  // namespace kelvane

@@ -1,0 +1,16 @@
+// The file and folder dialogs.
+#pragma once
+
+#include "common/Prompts.h"
+
+class QWidget;
+
+namespace kelvane {
+
+// The longest path that a dialog gives back, in characters; a longer one counts as cancelled.
+inline constexpr int kMaxChosenPath = 254;
+
+FileChoice ShowFileDialogBox(QWidget* owner, const FileDialog& dialog);
+std::filesystem::path BrowseForFolderBox(QWidget* owner, const std::string& title);
+
+}  // namespace kelvane
