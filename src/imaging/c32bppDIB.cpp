@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <limits>
+#include <utility>
 
 #include "common/Files.h"
 #include "common/Int16.h"
@@ -141,6 +142,14 @@ void c32bppDIB::DestroyDIB() {
   dibWidth_ = 0;
   dibHeight_ = 0;
   hasAlpha_ = false;
+}
+
+void c32bppDIB::TakeBitmap(c32bppDIB& from, ParserKey) {
+  DestroyDIB();
+  bits_ = std::move(from.bits_);
+  dibWidth_ = from.dibWidth_;
+  dibHeight_ = from.dibHeight_;
+  from.DestroyDIB();
 }
 
 const Canvas* c32bppDIB::LoadDIBinDC(bool bLoad) {

@@ -119,6 +119,9 @@ class c32bppDIB {
 
   void Alpha(bool hasAlpha, ParserKey) { hasAlpha_ = hasAlpha; }
   void ImageType(ImageKind kind, ParserKey) { imageKind_ = kind; }
+  // Takes the bitmap of `from`, which is empty then, in place of this object's own: for a parser that knows only at the
+  // end whether its host is to be touched. Alpha becomes false, as after InitializeDIB.
+  void TakeBitmap(c32bppDIB& from, ParserKey);
 
  private:
   struct Free {

@@ -1,0 +1,181 @@
+#include "imaging/PngFilters.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace kelvane {
+namespace {
+
+// Each filter adds to a byte what it predicts from the byte to the left in the pixel before, the one above, and the one
+// above to the left; before the first pixel there are zeros.
+
+template <std::size_t Step>
+void UnfilterSub(const std::uint8_t* raw, const std::uint8_t* /*above*/, std::uint8_t* row, std::size_t length) {
+  std::copy_n(raw, std::min(Step, length), row);
+  for (std::size_t i = Step; i < length; ++i) {
+    row[i] = static_cast<std::uint8_t>(raw[i] + row[i - Step]);
+  }
+}
+
+void UnfilterUp(const std::uint8_t* raw, const std::uint8_t* above, std::uint8_t* row, std::size_t length) {
+  for (std::size_t i = 0; i < length; ++i) {
+    row[i] = static_cast<std::uint8_t>(raw[i] + above[i]);
+  }
+}
+
+template <std::size_t Step>
+void UnfilterAverage(const std::uint8_t* raw, const std::uint8_t* above, std::uint8_t* row, std::size_t length) {
+  for (std::size_t i = 0; i < std::min(Step, length); ++i) {
+    row[i] = static_cast<std::uint8_t>(raw[i] + above[i] / 2);
+  }
+  for (std::size_t i = Step; i < length; ++i) {
+    row[i] = static_cast<std::uint8_t>(raw[i] + (row[i - Step] + above[i]) / 2);
+  }
+}
+
+template <std::size_t Step>
+void UnfilterPaeth(const std::uint8_t* raw, const std::uint8_t* above, std::uint8_t* row, std::size_t length) {
+  for (std::size_t i = 0; i < std::min(Step, length); ++i) {
+    row[i] = static_cast<std::uint8_t>(raw[i] + above[i]);
+  }
+  for (std::size_t i = Step; i < length; ++i) {
+    row[i] = static_cast<std::uint8_t>(raw[i] + PaethPredictor(row[i - Step], above[i], above[i - Step]));
+  }
+}
+
+template <std::size_t Step>
+constexpr PngFilters kPortable = {UnfilterSub<Step>, UnfilterUp, UnfilterAverage<Step>, UnfilterPaeth<Step>};
+
+#if defined(__SSE2__)
+
+// A pixel of Step bytes in the low half of a register, each byte widened to 16 bits. Reads and writes whole steps of 4
+// or 8 bytes: what is too much is overwritten by the next pixel or lies in the row's slack.
+template <std::size_t Step>
+inline __m128i LoadPixel(const std::uint8_t* from) {
+  if constexpr (Step <= 4) {
+    std::int32_t bytes;
+    std::memcpy(&bytes, from, 4);
+    return _mm_unpacklo_epi8(_mm_cvtsi32_si128(bytes), _mm_setzero_si128());
+  } else {
+    return _mm_unpacklo_epi8(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(from)), _mm_setzero_si128());
+  }
+}
+
+template <std::size_t Step>
+inline void StorePixel(std::uint8_t* to, __m128i pixel) {
+  const __m128i packed = _mm_packus_epi16(pixel, pixel);
+  if constexpr (Step <= 4) {
+    const std::int32_t bytes = _mm_cvtsi128_si32(packed);
+    std::memcpy(to, &bytes, 4);
+  } else {
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(to), packed);
+  }
+}
+
+template <std::size_t Step>
+void UnfilterSubSse2(const std::uint8_t* raw, const std::uint8_t* /*above*/, std::uint8_t* row, std::size_t length) {
+  __m128i left = _mm_setzero_si128();
+  for (std::size_t i = 0; i < length; i += Step) {
+    left = _mm_add_epi8(LoadPixel<Step>(raw + i), left);
+    StorePixel<Step>(row + i, left);
+  }
+}
+
+template <std::size_t Step>
+void UnfilterAverageSse2(const std::uint8_t* raw, const std::uint8_t* above, std::uint8_t* row, std::size_t length) {
+  __m128i left = _mm_setzero_si128();
+  for (std::size_t i = 0; i < length; i += Step) {
+    const __m128i average = _mm_srli_epi16(_mm_add_epi16(left, LoadPixel<Step>(above + i)), 1);
+    left = _mm_add_epi8(LoadPixel<Step>(raw + i), average);
+    StorePixel<Step>(row + i, left);
+  }
+}
+
+// The predictor lies between the lower and the higher of left and above where these differ in their distance to it.
+// With t = 3 * aboveLeft - left - above: the higher one is nearest if t <= lower, else the lower one if t >= higher,
+// else aboveLeft. That is the same choice, ties included, in fewer steps from `left` on, for which the next pixel
+// waits.
+inline __m128i PaethSse2(__m128i left, __m128i above, __m128i aboveLeft, __m128i tripleLessAbove) {
+  const __m128i t = _mm_sub_epi16(tripleLessAbove, left);
+  const __m128i lower = _mm_min_epi16(left, above);
+  const __m128i higher = _mm_max_epi16(left, above);
+  const __m128i belowHigher = _mm_cmpgt_epi16(higher, t);
+  const __m128i aboveLower = _mm_cmpgt_epi16(t, lower);
+  const __m128i notHigher = _mm_or_si128(_mm_and_si128(belowHigher, aboveLeft), _mm_andnot_si128(belowHigher, lower));
+  return _mm_or_si128(_mm_and_si128(aboveLower, notHigher), _mm_andnot_si128(aboveLower, higher));
+}
+
+template <std::size_t Step>
+void UnfilterPaethSse2(const std::uint8_t* raw, const std::uint8_t* above, std::uint8_t* row, std::size_t length) {
+  __m128i left = _mm_setzero_si128();
+  __m128i aboveLeft = _mm_setzero_si128();
+  for (std::size_t i = 0; i < length; i += Step) {
+    const __m128i aboveIt = LoadPixel<Step>(above + i);
+    const __m128i tripleLessAbove =
+        _mm_sub_epi16(_mm_add_epi16(aboveLeft, _mm_add_epi16(aboveLeft, aboveLeft)), aboveIt);
+    left = _mm_add_epi8(LoadPixel<Step>(raw + i), PaethSse2(left, aboveIt, aboveLeft, tripleLessAbove));
+    aboveLeft = aboveIt;
+    StorePixel<Step>(row + i, left);
+  }
+}
+
+template <std::size_t Step>
+constexpr PngFilters kSse2 = {UnfilterSubSse2<Step>, UnfilterUp, UnfilterAverageSse2<Step>, UnfilterPaethSse2<Step>};
+
+#endif
+
+}  // namespace
+
+std::uint8_t PaethPredictor(std::uint8_t left, std::uint8_t above, std::uint8_t aboveLeft) {
+  const int toLeft = std::abs(above - aboveLeft);
+  const int toAbove = std::abs(left - aboveLeft);
+  const int toAboveLeft = std::abs(left + above - 2 * aboveLeft);
+  if (toLeft <= toAbove && toLeft <= toAboveLeft) {
+    return left;
+  }
+  return toAbove <= toAboveLeft ? above : aboveLeft;
+}
+
+PngFilters PortablePngFiltersFor(std::int32_t sourceStep) {
+  switch (sourceStep) {
+    case 2:
+      return kPortable<2>;
+    case 3:
+      return kPortable<3>;
+    case 4:
+      return kPortable<4>;
+    case 6:
+      return kPortable<6>;
+    case 8:
+      return kPortable<8>;
+    default:
+      return kPortable<1>;
+  }
+}
+
+PngFilters PngFiltersFor(std::int32_t sourceStep) {
+#if defined(__SSE2__)
+  switch (sourceStep) {
+    case 2:
+      return kSse2<2>;
+    case 3:
+      return kSse2<3>;
+    case 4:
+      return kSse2<4>;
+    case 6:
+      return kSse2<6>;
+    case 8:
+      return kSse2<8>;
+    default:
+      break;
+  }
+#endif
+  return PortablePngFiltersFor(sourceStep);
+}
+
+}  // namespace kelvane
