@@ -1,7 +1,5 @@
 #include "container/FileHead.h"
 
-#include <ranges>
-
 namespace kelvane {
 
 void FileHead::RequireInside(std::int64_t position, std::int64_t length) const {
@@ -52,9 +50,9 @@ void FileHead::AddI32(std::int64_t position, std::int32_t delta) {
 }
 
 void FileHead::TakeBack() {
-  for (const Patch& patch : std::views::reverse(patches_)) {
-    file_.Seek(patch.position);
-    file_.Write(patch.before);
+  for (auto patch = patches_.rbegin(); patch != patches_.rend(); ++patch) {
+    file_.Seek(patch->position);
+    file_.Write(patch->before);
   }
   patches_.clear();
 }
