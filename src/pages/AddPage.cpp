@@ -16,7 +16,7 @@ std::vector<std::int32_t> NewPageWords(int cboID) {
   }
 }
 
-std::optional<NewPage> AcceptAddPage(Prompts& prompts, const RcoDocument& document, const AddPageFields& fields) {
+std::optional<NewPageRsc> AcceptAddPage(Prompts& prompts, const RcoDocument& document, const AddPageFields& fields) {
   if (fields.txtDepth.empty()) {
     Tell(prompts, "Must enter a depth value!", Icon::Exclamation);
     return std::nullopt;
@@ -26,11 +26,11 @@ std::optional<NewPage> AcceptAddPage(Prompts& prompts, const RcoDocument& docume
   if (!position.has_value()) {
     return std::nullopt;
   }
-  return NewPage{.position = *position,
-                 .words = NewPageWords(fields.cboID),
-                 .label = fields.txtLabel,
-                 .id = fields.cboID + 1,
-                 .depth = RoundToInt32(LeadingNumber(fields.txtDepth))};
+  return NewPageRsc{.index = *position,
+                    .body = NewPageWords(fields.cboID),
+                    .label = fields.txtLabel,
+                    .entryClass = static_cast<std::uint8_t>(fields.cboID + 1),
+                    .depth = RoundToInt16(LeadingNumber(fields.txtDepth))};
 }
 
 }  // namespace kelvane

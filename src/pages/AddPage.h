@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "common/Int16.h"
 #include "common/Prompts.h"
+#include "container/Inserts.h"
 #include "container/RcoDocument.h"
 
 namespace kelvane {
@@ -36,21 +36,10 @@ struct AddPageFields {
   int cboID = -1;
 };
 
-// What InsertPageRsc is to be called with.
-struct NewPage {
-  Int16 position;
-  std::vector<std::int32_t> words;
-  std::string label;
-  std::int32_t id = 0;  // entryClass; 0 without a selected kind
-  std::int32_t depth = 0;
-
-  bool operator==(const NewPage&) const = default;
-};
-
-// cmdOK of the dialog. Nothing if the input was refused; then the message was shown and the dialog stays. An empty
-// label isn't refused; the first place and the one behind the last line are. Failure 6 for a position beyond 16 bits or
-// a depth beyond 32.
-[[nodiscard]] std::optional<NewPage> AcceptAddPage(Prompts& prompts, const RcoDocument& document,
-                                                   const AddPageFields& fields);
+// cmdOK of the dialog: what InsertPageRsc is to put in. Nothing if the input was refused; then the message was shown
+// and the dialog stays. An empty label isn't refused; the first place and the one behind the last line are. Failure 6
+// for a position or depth beyond 16 bits.
+[[nodiscard]] std::optional<NewPageRsc> AcceptAddPage(Prompts& prompts, const RcoDocument& document,
+                                                      const AddPageFields& fields);
 
 }  // namespace kelvane

@@ -148,15 +148,15 @@ bool EditHexValue(Prompts& prompts, std::int32_t& value) {
   return true;
 }
 
-void cmdPageChange_Click(Mod& mod, RcoDocument& document, Prompts& prompts, Watch& watch) {
+bool cmdPageChange(Mod& mod, RcoDocument& document, Prompts& prompts, Watch& watch) {
   if (document.lstPage.Selected() < 0 || document.lstPageData.Selected() < 0) {
-    return;
+    return false;
   }
   const std::string rowText = document.lstPageData.Text(document.lstPageData.Selected());
   const Row row = RowOf(rowText);
   if (row.kind == RowKind::Blank) {
     Tell(prompts, "Not much can be done with a blank entry... :S", Icon::Information);
-    return;
+    return false;
   }
 
   const std::int32_t position = SelectedPageWord(document);
@@ -167,7 +167,7 @@ void cmdPageChange_Click(Mod& mod, RcoDocument& document, Prompts& prompts, Watc
                                             ? AskForReference(prompts, rowText, row.type, file, document, curValue)
                                             : AskForPlain(prompts, rowText, row.kind);
   if (!value.has_value()) {
-    return;
+    return false;
   }
   file.Close();
 
@@ -175,27 +175,28 @@ void cmdPageChange_Click(Mod& mod, RcoDocument& document, Prompts& prompts, Watc
   WriteWords(mod, watch, At(document.pageRecs, document.lstPage.Selected()), position, words);
   RewriteRow(document.lstPageData,
              row.kind == RowKind::Reference ? ReferenceRowText(row.type, *value) : PlainRowText(row.kind, value->word));
+  return true;
 }
 
-void cmdAnimChange_Click(Mod& mod, RcoDocument& document, Prompts& prompts, Watch& watch) {
+bool cmdAnimChange(Mod& mod, RcoDocument& document, Prompts& prompts, Watch& watch) {
   if (document.lstAnim.Selected() < 0 || document.lstAnimData.Selected() < 0) {
-    return;
+    return false;
   }
   const int row = document.lstAnimData.Selected();
   const std::string& rowText = document.lstAnimData.Text(row);
   const RowKind kind = rowText.starts_with("0x") ? RowKind::Hexadecimal : RowKind::Float;
   const std::optional<NewValue> value = AskForPlain(prompts, rowText, kind);
   if (!value.has_value()) {
-    return;
+    return false;
   }
   const EntryRec& record = At(document.animRecs, document.lstAnim.Selected());
   const std::array<std::int32_t, 1> words = {value->word};
   WriteWords(mod, watch, record, WordPosition(record, row), words);
   RewriteRow(document.lstAnimData, PlainRowText(kind, value->word));
+  return true;
 }
 
-void cmdPagePosChange_Click(Mod& mod, RcoDocument& document, Watch& watch,
-                            const std::array<std::string, 13>& txtPageOpt) {
+void cmdPagePosChange(Mod& mod, RcoDocument& document, Watch& watch, const std::array<std::string, 13>& txtPageOpt) {
   std::array<std::int32_t, rco::kPositionWords> words{};
   for (std::size_t i = 0; i < words.size(); ++i) {
     words[i] = WordOfText(txtPageOpt[i]);

@@ -33,23 +33,23 @@ struct Row {
 [[nodiscard]] bool EditHexValue(Prompts& prompts, std::int32_t& value);
 
 // Changes the word of the selected row of lstPageData: of a reference its value, never its type. A blank row is only
-// told about. Then the row is written anew and the next one selected. Nothing happens without selections.
+// told about. Then the row is written anew and the next one selected. Nothing happens without selections. Whether a
+// value was written.
 //
 // Failures: 5 after a change of a model's, an animation's, a page's or another reference by number; the word is in the
 // file then and the date recorded, but the row stays as it was. 6 for a number beyond the singles and those of
 // ListChoices; 9 for OK in the list dialog without a row.
-void cmdPageChange_Click(Mod& mod, RcoDocument& document, Prompts& prompts, Watch& watch);
+bool cmdPageChange(Mod& mod, RcoDocument& document, Prompts& prompts, Watch& watch);
 
 // The same for the selected row of lstAnimData, whose rows are words.
-void cmdAnimChange_Click(Mod& mod, RcoDocument& document, Prompts& prompts, Watch& watch);
+bool cmdAnimChange(Mod& mod, RcoDocument& document, Prompts& prompts, Watch& watch);
 
 // Writes the 13 floats of the position block of the selected line of lstPage, all of them, whichever were changed. Text
 // that doesn't begin with a number is 0. The boxes keep what was typed. Failure 9 without a selected line, 6 for a
 // number beyond the singles.
-void cmdPagePosChange_Click(Mod& mod, RcoDocument& document, Watch& watch,
-                            const std::array<std::string, 13>& txtPageOpt);
+void cmdPagePosChange(Mod& mod, RcoDocument& document, Watch& watch, const std::array<std::string, 13>& txtPageOpt);
 
-// What cmdPageChange_Click would list for the selected row of lstPageData; nothing where it asks otherwise or no row is
+// What cmdPageChange would list for the selected row of lstPageData; nothing where it asks otherwise or no row is
 // selected. Failures: those of ListChoices.
 [[nodiscard]] std::optional<EditChoices> ChoicesOfSelectedRow(const Mod& mod, const RcoDocument& document);
 

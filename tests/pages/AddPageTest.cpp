@@ -23,7 +23,7 @@ class AddPage : public ::testing::Test {
       document_.lstPage.Add("line");
     }
   }
-  std::optional<NewPage> Accept() { return AcceptAddPage(prompts_, document_, fields_); }
+  std::optional<NewPageRsc> Accept() { return AcceptAddPage(prompts_, document_, fields_); }
 
   RcoDocument document_;
   test::ScriptedPrompts prompts_;
@@ -49,12 +49,28 @@ TEST(NewPageWords, TheFirstKindHas9AndTheSecond6AndAllOthersNone) {
 
 TEST_F(AddPage, TakesLabelPlaceDepthAndKind) {
   fields_.cboID = 1;
-  EXPECT_EQ(Accept(), (NewPage{Int16(2), {0, -1, -1, -1, -1, 0}, "name", 2, 1}));
+  const std::optional<NewPageRsc> page = Accept();
+  ASSERT_TRUE(page.has_value());
+  EXPECT_EQ(page->index, Int16(2));
+  EXPECT_THAT(page->body, ElementsAre(0, -1, -1, -1, -1, 0));
+  EXPECT_EQ(page->label, "name");
+  EXPECT_EQ(page->entryClass, 2);
+  EXPECT_EQ(page->depth, Int16(1));
 }
 
 TEST_F(AddPage, WithoutASelectedKindTheClassIs0AndThereAreNoWords) {
   fields_.cboID = -1;
-  EXPECT_EQ(Accept(), (NewPage{Int16(2), {}, "name", 0, 1}));
+  const std::optional<NewPageRsc> page = Accept();
+  ASSERT_TRUE(page.has_value());
+  EXPECT_EQ(page->entryClass, 0);
+  EXPECT_THAT(page->body, IsEmpty());
+}
+
+TEST_F(AddPage, EveryKindGivesItsClass) {
+  for (int index = 0; index < 25; ++index) {
+    fields_.cboID = index;
+    EXPECT_EQ(Accept()->entryClass, index + 1);
+  }
 }
 
 TEST_F(AddPage, AnEmptyLabelIsNotRefused) {
@@ -70,13 +86,13 @@ TEST_F(AddPage, AnEmptyDepthIsRefusedFirst) {
 }
 
 TEST_F(AddPage, ADepthIsTheNumberThatTheTextBeginsWithRounded) {
-  const std::pair<const char*, std::int32_t> kCases[] = {{"3", 3},   {"x", 0},  {"2.5", 2}, {"3.5", 4},
-                                                         {"-1", -1}, {"1x", 1}, {" ", 0},   {"40000", 40000}};
+  const std::pair<const char*, int> kCases[] = {{"3", 3},   {"x", 0},  {"2.5", 2}, {"3.5", 4},
+                                                {"-1", -1}, {"1x", 1}, {" ", 0},   {"32767", 32767}};
   for (const auto& [text, depth] : kCases) {
     fields_.txtDepth = text;
-    EXPECT_EQ(Accept()->depth, depth) << text;
+    EXPECT_EQ(Accept()->depth, Int16(depth)) << text;
   }
-  fields_.txtDepth = "1e10";
+  fields_.txtDepth = "32768";
   EXPECT_EQ(NumberOf([&] { (void)Accept(); }), 6);
 }
 
@@ -100,7 +116,7 @@ TEST_F(AddPage, PositionsFrom1ToTheLastLineAreTaken) {
   const std::pair<const char*, int> kCases[] = {{"1", 1}, {"4", 4}, {"1.6", 2}, {"2.5", 2}, {"1:5", 1}};
   for (const auto& [text, position] : kCases) {
     fields_.txtPos = text;
-    EXPECT_EQ(Accept()->position, Int16(position)) << text;
+    EXPECT_EQ(Accept()->index, Int16(position)) << text;
   }
 }
 

@@ -71,8 +71,8 @@ class Editing : public ::testing::Test {
     document_.lstAnimData.Select(row);
   }
 
-  void ChangePage() { cmdPageChange_Click(mod_, document_, prompts_, watch_); }
-  void ChangeAnim() { cmdAnimChange_Click(mod_, document_, prompts_, watch_); }
+  void ChangePage() { cmdPageChange(mod_, document_, prompts_, watch_); }
+  void ChangeAnim() { cmdAnimChange(mod_, document_, prompts_, watch_); }
 
   const Strings& Rows() { return document_.lstPageData.Lines(); }
   int SelectedRow() { return document_.lstPageData.Selected(); }
@@ -579,7 +579,7 @@ TEST_F(Editing, ThePositionBlockIsWrittenWhole) {
   const unsigned revision = document_.entries.txtPageOptRevision;
   const std::array<std::string, 13> typed = {"0",  "1.5", "-2",   "0.1", "1e2",   "abc",         "",
                                              " 7", "8x",  "&H10", "NaN", "1E-45", "3.402823E+38"};
-  cmdPagePosChange_Click(mod_, document_, watch_, typed);
+  cmdPagePosChange(mod_, document_, watch_, typed);
   Bytes expected = bytes_.Content();
   const std::uint32_t kWords[] = {0,          0x3FC00000, 0xC0000000, 0x3DCCCCCD, 0x42C80000, 0,         0,
                                   0x40E00000, 0x41000000, 0x41800000, 0,          1,          0x7F7FFFFD};
@@ -600,7 +600,7 @@ TEST_F(Editing, AWordThatCannotSurviveTheTripThroughTextChangesAlthoughItWasLeft
   words[1] = Word(16777217.0F);  // 1.677722E+07
   words[2] = 5;                  // 7.006492E-45
   Show(words, 0, 0x80D);
-  cmdPagePosChange_Click(mod_, document_, watch_, document_.entries.txtPageOpt);
+  cmdPagePosChange(mod_, document_, watch_, document_.entries.txtPageOpt);
   EXPECT_EQ(ReadU32(OnDisk(), kBody), 0U);
   EXPECT_EQ(ReadU32(OnDisk(), kBody + 4), 0x4B800002U);  // 16777220
   EXPECT_EQ(ReadU32(OnDisk(), kBody + 8), 5U);
@@ -611,7 +611,7 @@ TEST_F(Editing, ABoxBeyondTheSinglesIsFailure6AndLeavesTheFileAlone) {
   Show(std::vector<std::int32_t>(13, 0), 0, 0x80D);
   std::array<std::string, 13> typed;
   typed[12] = "1e39";
-  EXPECT_EQ(NumberOf([&] { cmdPagePosChange_Click(mod_, document_, watch_, typed); }), 6);
+  EXPECT_EQ(NumberOf([&] { cmdPagePosChange(mod_, document_, watch_, typed); }), 6);
   ExpectUntouched();
 }
 
@@ -620,14 +620,14 @@ TEST_F(Editing, APositionBlockOfAnEntryWithoutABodyIsNotWritten) {
   document_.pageRecs[0].recSize = 40;
   std::array<std::string, 13> typed;
   typed[0] = "1";
-  cmdPagePosChange_Click(mod_, document_, watch_, typed);
+  cmdPagePosChange(mod_, document_, watch_, typed);
   EXPECT_EQ(OnDisk(), bytes_.Content());
 }
 
 TEST_F(Editing, APositionBlockWithoutASelectedLineIsFailure9) {
   Show(std::vector<std::int32_t>(13, 0), 0, 0x80D);
   document_.lstPage.Select(-1);
-  EXPECT_EQ(NumberOf([&] { cmdPagePosChange_Click(mod_, document_, watch_, {}); }), 9);
+  EXPECT_EQ(NumberOf([&] { cmdPagePosChange(mod_, document_, watch_, {}); }), 9);
   ExpectUntouched();
 }
 
