@@ -11,7 +11,6 @@
 #include "common/Bytes.h"
 #include "common/Numbers.h"
 #include "container/Labels.h"
-#include "container/RcoFile.h"
 #include "container/RcoFormat.h"
 #include "pages/PlainFloat.h"
 
@@ -142,15 +141,31 @@ void AddValueRow(std::int32_t value, ListLines& list) {
 }
 
 void lstPage_Click(const Mod& mod, RcoDocument& document) {
-  EntryDisplay& display = document.entries;
   const bool sel = document.lstPage.Selected() >= 0;
-  display.lstPageDataEnabled = sel;
-  display.cmdPageChangeEnabled = sel;
+  document.entries.lstPageDataEnabled = sel;
+  document.entries.cmdPageChangeEnabled = sel;
   if (!sel) {
     return;
   }
   document.lstPageData.Clear();
   RcoFile file(mod.cCurFile);
+  ShowPageEntry(file, document);
+}
+
+void lstAnim_Click(const Mod& mod, RcoDocument& document) {
+  const bool sel = document.lstAnim.Selected() >= 0;
+  document.entries.lstAnimDataEnabled = sel;
+  document.entries.cmdAnimChangeEnabled = sel;
+  if (!sel) {
+    return;
+  }
+  document.lstAnimData.Clear();
+  RcoFile file(mod.cCurFile);
+  ShowAnimEntry(file, document);
+}
+
+void ShowPageEntry(RcoFile& file, RcoDocument& document) {
+  EntryDisplay& display = document.entries;
   const EntryRec& record = At(document.pageRecs, document.lstPage.Selected());
   if (record.recSize < rco::kSmallestWithBody) {
     return;
@@ -165,16 +180,7 @@ void lstPage_Click(const Mod& mod, RcoDocument& document) {
   ListPageRows(body, references, display.pageDataStart, document.lstPageData);
 }
 
-void lstAnim_Click(const Mod& mod, RcoDocument& document) {
-  EntryDisplay& display = document.entries;
-  const bool sel = document.lstAnim.Selected() >= 0;
-  display.lstAnimDataEnabled = sel;
-  display.cmdAnimChangeEnabled = sel;
-  if (!sel) {
-    return;
-  }
-  document.lstAnimData.Clear();
-  RcoFile file(mod.cCurFile);
+void ShowAnimEntry(RcoFile& file, RcoDocument& document) {
   const EntryRec& record = At(document.animRecs, document.lstAnim.Selected());
   if (record.recSize < rco::kSmallestWithBody) {
     return;

@@ -10,6 +10,7 @@
 
 #include "common/Mod.h"
 #include "container/RcoDocument.h"
+#include "container/RcoFile.h"
 
 namespace kelvane {
 
@@ -31,5 +32,9 @@ void AddValueRow(std::int32_t value, ListLines& list);
 // spent on.
 void lstPage_Click(const Mod& mod, RcoDocument& document);
 void lstAnim_Click(const Mod& mod, RcoDocument& document);
+
+// What they do once the file is open and the list is cleared. A line must be selected.
+void ShowPageEntry(RcoFile& file, RcoDocument& document);
+void ShowAnimEntry(RcoFile& file, RcoDocument& document);
 
 }  // namespace kelvane

@@ -13,6 +13,10 @@ namespace kelvane {
 
 RandomInfo frmOther_Load(const Mod& mod) {
   RcoFile file(mod.cCurFile);
+  return ReadRandomInfo(file);
+}
+
+RandomInfo ReadRandomInfo(RcoFile& file) {
   const std::int32_t labelOffset = file.ReadI32At(rco::hdrLabelOffset);
   std::array<std::int32_t, 4> tables{};  // offset and length of the page, then of the animation table
   file.ReadLongsAt(rco::hdrPagePtrs, tables);

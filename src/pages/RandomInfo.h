@@ -21,6 +21,7 @@ struct RandomInfo {
 // Reads the open file. It stands on the header: a label length that was never brought up to date cuts lstLabel short.
 // Failures: those of opening the file and of the two below.
 [[nodiscard]] RandomInfo frmOther_Load(const Mod& mod);
+[[nodiscard]] RandomInfo ReadRandomInfo(RcoFile& file);
 
 // Adds the name of each entry that the table of `byteLength` bytes at `offset` points to, and " --- BLANK --- " for a
 // pointer of zero or less. An offset below 1 adds nothing. `labelOffset` is the label area's. Failures: 9 for a
