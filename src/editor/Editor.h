@@ -9,6 +9,7 @@
 // EditorTexts.cpp and EditorPages.cpp hold the commands of the tabs.
 #pragma once
 
+#include <array>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -18,6 +19,9 @@
 #include "common/Mod.h"
 #include "container/RcoDocument.h"
 #include "editor/Ports.h"
+#include "pages/AddPage.h"
+#include "pages/EditChoices.h"
+#include "pages/RandomInfo.h"
 
 namespace kelvane {
 
@@ -64,6 +68,28 @@ class Editor {
   // cmdOK of frmAddText with its two fields: adds an empty text to all languages and opens the file anew. False if the
   // input was refused; then the message was shown and the dialog stays. Failure 6 for a position beyond 16 bits.
   bool frmAddText_cmdOK(const std::string& label, const std::string& position);
+
+  // Pages and animations.
+
+  // The choice of an entry: its words are listed. Failures: those of reading it.
+  void lstPage_Click(int row);
+  void lstAnim_Click(int row);
+  // The choice of a word. Failure 5 for a row that isn't there.
+  void lstPageData_Click(int row);
+  void lstAnimData_Click(int row);
+  // Ask for a new value of the selected word and write it; whether one was written. Failures: those of EntryEdit.h, of
+  // which 5 leaves the value written.
+  bool cmdPageChange();
+  bool cmdAnimChange();
+  // Writes the position block of the selected page from the texts of its boxes.
+  void cmdPagePosChange(const std::array<std::string, 13>& txtPageOpt);
+  // What frmEditList would list for the selected row of lstPageData; nothing for a row that has no list.
+  [[nodiscard]] std::optional<EditChoices> ChoicesOfSelectedRow() const;
+  // The button that opens frmOther: its lists, or nothing where no file is open, which was told.
+  std::optional<RandomInfo> cmdOther();
+  // cmdOK of frmAddPage: adds a page entry and opens the file anew. False if the input was refused; then the message
+  // was shown and the dialog stays. Failure 6 for a position or depth beyond 16 bits.
+  bool frmAddPage_cmdOK(const AddPageFields& fields);
 
  private:
   // What the procedures that insert entries are handed.
