@@ -1,5 +1,6 @@
 #include "imaging/c32bppDIB.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <limits>
 #include <utility>
@@ -7,12 +8,28 @@
 #include "common/Files.h"
 #include "common/Int16.h"
 #include "common/RuntimeFailure.h"
+#include "imaging/cBMPparser.h"
+#include "imaging/cGIFparser.h"
+#include "imaging/cICOparser.h"
+#include "imaging/cPNGparser.h"
 
 namespace kelvane {
 
 namespace {
 
 constexpr std::int32_t kBmpHeaderBytes = 54;
+// No image file is shorter.
+constexpr std::int64_t kLeastFileBytes = 57;
+
+// What `load` gives; false where it fails.
+template <class Load>
+bool Swallowed(Load load) {
+  try {
+    return load();
+  } catch (const std::exception&) {
+    return false;
+  }
+}
 
 std::int32_t SystemClassOf(const SystemVersion& version) {
   if (!version.is9xFamily) {
@@ -56,6 +73,46 @@ std::string_view NameOf(ImageKind kind) {
 
 c32bppDIB::c32bppDIB(PictureLoader* pictures, SystemVersion version)
     : pictures_(pictures), systemClass_(SystemClassOf(version)) {}
+
+bool c32bppDIB::LoadPicture_File(const std::filesystem::path& FileName, std::int32_t iconCx, std::int32_t iconCy) {
+  return Swallowed([&] {
+    return FileExists(FileName) && FileLength(FileName) >= kLeastFileBytes &&
+           LoadPictureFromSource(FileName, {}, iconCx, iconCy, 0, 0);
+  });
+}
+
+bool c32bppDIB::LoadPicture_Stream(std::span<std::uint8_t> stream, std::int32_t iconCx, std::int32_t iconCy) {
+  return Swallowed([&] {
+    return LoadPictureFromSource({}, stream, iconCx, iconCy, 0, CheckedInt32(static_cast<std::int64_t>(stream.size())));
+  });
+}
+
+bool c32bppDIB::LoadPictureFromSource(const std::filesystem::path& FileName, std::span<std::uint8_t> stream,
+                                      std::int32_t iconCx, std::int32_t iconCy, std::int32_t streamStart,
+                                      std::int32_t streamLength) {
+  DestroyDIB();
+  iconCx = std::max(iconCx, 0);
+  iconCy = std::max(iconCy, 0);
+  // The PNG parser reads a file on its own, so that it never needs more of it than it has to; the others share all of
+  // it.
+  Bytes file;
+  if (FileName.empty()) {
+    if (Swallowed([&] { return cPNGparser().LoadStream(stream, *this, streamStart, streamLength); })) {
+      return true;
+    }
+  } else {
+    if (Swallowed([&] { return cPNGparser().LoadFile(FileName, *this); })) {
+      return true;
+    }
+    file = ReadWholeFile(FileName);
+    stream = file;
+    streamStart = 0;
+    streamLength = CheckedInt32(static_cast<std::int64_t>(file.size()));
+  }
+  return Swallowed([&] { return cICOparser().LoadStream(stream, iconCx, iconCy, *this, streamStart, streamLength); }) ||
+         Swallowed([&] { return cGIFparser().LoadStream(stream, *this, streamStart, streamLength); }) ||
+         cBMPparser().LoadStream(stream, *this, streamStart, streamLength);
+}
 
 bool c32bppDIB::Render(Surface* destDC, std::int32_t destX, std::int32_t destY, std::int32_t& destWidth,
                        std::int32_t destHeight, std::int32_t blendPct) const {
@@ -106,12 +163,10 @@ bool c32bppDIB::SaveToFile(const std::filesystem::path& FileName, bool /*ignored
   if (FileName.empty() || !bits_) {
     return false;
   }
-  try {
+  return Swallowed([&] {
     OverwriteFile(FileName, BmpBytes());
     return true;
-  } catch (const std::exception&) {
-    return false;
-  }
+  });
 }
 
 bool c32bppDIB::InitializeDIB(std::int32_t width, std::int32_t height) {

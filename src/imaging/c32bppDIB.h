@@ -67,6 +67,13 @@ class c32bppDIB {
   c32bppDIB& operator=(const c32bppDIB&) = delete;
   ~c32bppDIB() = default;
 
+  // Replaces the content by the first image in the file, whatever its extension; `iconCx` and `iconCy` are the wanted
+  // size of an icon, 0 for any. False: nothing usable was loaded, and the object is empty or, after a broken icon, a
+  // bitmap without meaning; a file that isn't there or has less than 57 bytes leaves it as it was. Never throws.
+  bool LoadPicture_File(const std::filesystem::path& FileName, std::int32_t iconCx, std::int32_t iconCy);
+  // The same from bytes in memory, of any number. Headers inside an icon are repaired in place, so `stream` may change.
+  bool LoadPicture_Stream(std::span<std::uint8_t> stream, std::int32_t iconCx, std::int32_t iconCy);
+
   [[nodiscard]] bool Alpha() const { return hasAlpha_; }
   [[nodiscard]] ImageKind ImageType() const { return imageKind_; }
   [[nodiscard]] std::int32_t Width() const { return dibWidth_; }
@@ -127,6 +134,10 @@ class c32bppDIB {
   struct Free {
     void operator()(std::uint8_t* block) const { std::free(block); }
   };
+
+  // With a non-empty `FileName` the stream is read from it, and the arguments about it don't count.
+  bool LoadPictureFromSource(const std::filesystem::path& FileName, std::span<std::uint8_t> stream, std::int32_t iconCx,
+                             std::int32_t iconCy, std::int32_t streamStart, std::int32_t streamLength);
 
   [[nodiscard]] std::size_t PixelBytes() const {
     return static_cast<std::size_t>(dibWidth_) * 4 * static_cast<std::size_t>(dibHeight_);

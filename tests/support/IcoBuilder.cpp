@@ -62,6 +62,10 @@ IcoImage PlainIcoImage(std::int32_t side, std::uint16_t bitCount, std::uint8_t b
     for (std::size_t y = 0; y < rows; ++y) {
       for (std::size_t x = 0; x < rows; ++x) {
         std::uint8_t* pixel = bitmap.xorBits.data() + y * rowBytes + x * pixelBytes;
+        if (pixelBytes == 2) {
+          WriteU16({pixel, 2}, 0, static_cast<std::uint16_t>((red >> 3) << 10 | (green >> 3) << 5 | blue >> 3));
+          continue;
+        }
         pixel[0] = blue;
         pixel[1] = green;
         pixel[2] = red;

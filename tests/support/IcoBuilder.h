@@ -49,8 +49,8 @@ struct IcoSpec {
 
 [[nodiscard]] Bytes BuildIco(const IcoSpec& spec);
 
-// An image of `side` by `side` equal pixels: 1, 4 and 8 bits by a full palette whose entry 1 has the colour; 24 and 32
-// bits directly. The mask is clear.
+// An image of `side` by `side` equal pixels: 1, 4 and 8 bits by a full palette whose entry 1 has the colour; 16
+// (the upper 5 bits of each colour), 24 and 32 bits directly. The mask is clear.
 [[nodiscard]] IcoImage PlainIcoImage(std::int32_t side, std::uint16_t bitCount, std::uint8_t blue, std::uint8_t green,
                                      std::uint8_t red, std::uint8_t alpha = 255);
 
