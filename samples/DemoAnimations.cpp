@@ -4,7 +4,6 @@ namespace kelvane::sample {
 
 namespace {
 
-using test::BodyItem;
 using test::EntrySpec;
 using test::PageRef;
 

@@ -108,11 +108,12 @@ std::uint16_t FormatOf(Kind kind) {
   }
 }
 
-DemoImage IconTile(const char* label, Shape glyph, std::uint32_t top, std::uint32_t bottom, bool tiled, bool packed) {
+DemoImage IconTile(const char* label, const Shape& glyph, std::uint32_t top, std::uint32_t bottom, bool tiled,
+                   bool packed) {
   return {label, Kind::kGim32, tiled, packed, [=] { return Tile(64, glyph, top, bottom); }};
 }
 
-DemoImage Glyph4(const char* label, int size, Shape glyph, std::uint32_t rgb, bool tiled) {
+DemoImage Glyph4(const char* label, int size, const Shape& glyph, std::uint32_t rgb, bool tiled) {
   return {label, Kind::kGim4, tiled, kPacked, [=] { return Sign(size, glyph, rgb); }};
 }
 

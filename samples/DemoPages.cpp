@@ -173,6 +173,7 @@ EntrySpec LoadingPage() {
 std::vector<int> MixedPointers(int pages) {
   constexpr int kStride = 7;
   std::vector<int> order;
+  order.reserve(static_cast<std::size_t>(pages) + 1);
   for (int i = 0; i < pages; ++i) {
     order.push_back(i * kStride % pages);
   }

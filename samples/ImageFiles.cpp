@@ -201,7 +201,7 @@ Bytes Bmp8(ByteView rgba, int width, int height) {
   for (const Rgba8& colour : pixels.colours) {
     palette.insert(palette.end(), {colour[2], colour[1], colour[0], 0});
   }
-  palette.resize(256 * 4);
+  palette.resize(std::size_t{256} * 4);
   Bytes rows;
   for (int y = height - 1; y >= 0; --y) {
     const std::size_t start = PixelAt(0, y, width) / 4;

@@ -151,11 +151,11 @@ class JpegWriter {
   // Row u: the u-th wave at the 8 places, scaled so that the transform keeps lengths.
   static std::array<float, kBlock> Cosines() {
     std::array<float, kBlock> cosines{};
-    for (int u = 0; u < kSide; ++u) {
-      for (int x = 0; x < kSide; ++x) {
+    for (std::size_t u = 0; u < kSide; ++u) {
+      for (std::size_t x = 0; x < kSide; ++x) {
         const float scale = u == 0 ? std::sqrt(0.125F) : 0.5F;
         const float angle = static_cast<float>((2 * x + 1) * u) * std::numbers::pi_v<float> / 16;
-        cosines.at(static_cast<std::size_t>(u * kSide + x)) = scale * std::cos(angle);
+        cosines.at(u * kSide + x) = scale * std::cos(angle);
       }
     }
     return cosines;
@@ -163,7 +163,7 @@ class JpegWriter {
 
   void AddBits(std::uint32_t value, int bits) {
     for (int bit = bits - 1; bit >= 0; --bit) {
-      pending_ = static_cast<std::uint8_t>(pending_ << 1 | (value >> bit & 1U));
+      pending_ = static_cast<std::uint8_t>(2U * pending_ + (value >> static_cast<unsigned>(bit) & 1U));
       if (++pendingBits_ == 8) {
         bytes_.push_back(pending_);
         if (pending_ == 0xFF) {
@@ -184,7 +184,10 @@ class JpegWriter {
   }
 
   // A negative value is written as one less, without its sign.
-  void AddValue(int value, int bits) { AddBits(static_cast<std::uint32_t>(value < 0 ? value - 1 : value), bits); }
+  void AddValue(int value, int bits) {
+    const int written = value < 0 ? value - 1 : value;
+    AddBits(static_cast<std::uint32_t>(written), bits);
+  }
 
   void WriteBlock(const Block& coefficients, int& lastDc) {
     std::array<int, kBlock> values{};

@@ -195,7 +195,9 @@ Canvas NightBackground(int width, int height) {
     return F(static_cast<int>((seed >> 8) % static_cast<std::uint32_t>(range)));
   };
   std::vector<Shape> faint;
-  for (int star = 0; star < 60; ++star) {
+  constexpr std::size_t kStars = 60;
+  faint.reserve(kStars);
+  for (std::size_t star = 0; star < kStars; ++star) {
     faint.push_back(Circle({next(width), next(height * 3 / 4)}, 0.5F + next(10) / 14));
   }
   canvas.Fill(Join(std::move(faint)), Plain(White(0.75F)));

@@ -3,6 +3,7 @@
 
 #include "builder/HandBytes.h"
 #include "support/RcoBuilder.h"
+#include "support/RcoSeeds.h"
 
 namespace kelvane::test {
 namespace {
@@ -237,6 +238,54 @@ TEST(RcoBuilder, OptionsChangeTheHeaderAndWhatSurroundsTheTables) {
                          Words({204}),
                          {1, 0, 0, 0},
                          {0xAA, 0xBB}}));
+}
+
+TEST(RcoBuilder, RegionsFollowOneAnotherInTheOrderOfTheFormat) {
+  const BuiltRco built = SmallRcoOfEverything().Build();
+  const RcoLayout& layout = built.layout;
+  // Tables: image, model, sound, text, page, animation.
+  EXPECT_EQ(layout.mainHead, 164);
+  EXPECT_EQ(layout.Root(RcoTable::kImage), 204);
+  EXPECT_EQ(layout.Root(RcoTable::kGmo), layout.images.back().entry + layout.images.back().length);
+  EXPECT_EQ(layout.Root(RcoTable::kVag), layout.gmos.back().entry + layout.gmos.back().length);
+  EXPECT_EQ(layout.Root(RcoTable::kText), layout.vags.back().entry + layout.vags.back().length);
+  EXPECT_EQ(layout.Root(RcoTable::kPage), layout.languages.back().entry + layout.languages.back().length);
+  EXPECT_EQ(layout.Root(RcoTable::kAnim), layout.pages.back().entry + layout.pages.back().length);
+  EXPECT_EQ(layout.tablesEnd, layout.animEntries.back().entry + layout.animEntries.back().length);
+  // Pointers: text, image, sound, model, page, animation; then text data, labels, events.
+  EXPECT_EQ(layout.Pointers(RcoTable::kText).offset, layout.tablesEnd);
+  EXPECT_EQ(layout.Pointers(RcoTable::kImage).offset, layout.Pointers(RcoTable::kText).End());
+  EXPECT_EQ(layout.Pointers(RcoTable::kVag).offset, layout.Pointers(RcoTable::kImage).End());
+  EXPECT_EQ(layout.Pointers(RcoTable::kGmo).offset, layout.Pointers(RcoTable::kVag).End());
+  EXPECT_EQ(layout.Pointers(RcoTable::kPage).offset, layout.Pointers(RcoTable::kGmo).End());
+  EXPECT_EQ(layout.Pointers(RcoTable::kAnim).offset, layout.Pointers(RcoTable::kPage).End());
+  EXPECT_EQ(layout.textData.offset, layout.Pointers(RcoTable::kAnim).End());
+  EXPECT_EQ(layout.labels.offset, layout.textData.End());
+  EXPECT_EQ(layout.eventArea.offset, layout.labels.End());
+  // Data: image, sound, model, from a multiple of 4 on.
+  EXPECT_LT(layout.headEnd - layout.eventArea.End(), 4);
+  EXPECT_EQ(layout.headEnd % 4, 0);
+  EXPECT_EQ(layout.imageData.offset, layout.headEnd);
+  EXPECT_EQ(layout.vagData.offset, layout.imageData.End());
+  EXPECT_EQ(layout.gmoData.offset, layout.vagData.End());
+  EXPECT_EQ(layout.fileSize, layout.gmoData.End());
+  EXPECT_EQ(layout.fileSize, static_cast<std::int32_t>(built.bytes.size()));
+}
+
+TEST(RcoBuilder, LabelsStandInTheOrderOfTheirOwners) {
+  const BuiltRco built = SmallRcoOfEverything().Build();
+  std::string labels;
+  for (std::int32_t at = built.layout.labels.offset; at < built.layout.labels.End(); ++at) {
+    const char character = static_cast<char>(built.bytes[static_cast<std::size_t>(at)]);
+    if (character != 0) {
+      labels.push_back(character);
+    } else if (labels.back() != ' ') {
+      labels.push_back(' ');
+    }
+  }
+  EXPECT_EQ(labels,
+            "msg_a msg_b tex_packed tex_plain tex_png tex_unknown snd_mono snd_stereo model page_a icon page_b "
+            "anim_a anim_b ");
 }
 
 TEST(RcoBuilder, WhatIsNotThereCannotBeReferredTo) {

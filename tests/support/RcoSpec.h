@@ -64,8 +64,8 @@ struct TextString {
     kNone,    // textLength 0
   };
 
-  TextString(const char16_t* text) : units(text) {}            // NOLINT(google-explicit-constructor)
-  TextString(std::u16string text) : units(std::move(text)) {}  // NOLINT(google-explicit-constructor)
+  TextString(const char16_t* text) : units(text) {}
+  TextString(std::u16string text) : units(std::move(text)) {}
   TextString(std::u16string text, Storage how) : units(std::move(text)), storage(how) {}
 
   std::u16string units;
@@ -112,10 +112,10 @@ inline constexpr std::uint32_t kRefBlank = 0xFFFF;
 // One or two words of an entry's body: a plain word, a float, or a reference pair, resolved when the file is built.
 class BodyItem {
  public:
-  BodyItem(int word) : content_(Words{static_cast<std::uint32_t>(word)}) {}  // NOLINT(google-explicit-constructor)
-  BodyItem(std::uint32_t word) : content_(Words{word}) {}                    // NOLINT(google-explicit-constructor)
-  BodyItem(float value);                                                     // NOLINT(google-explicit-constructor)
-  BodyItem(Reference reference) : content_(std::move(reference)) {}          // NOLINT(google-explicit-constructor)
+  BodyItem(int word) : content_(Words{static_cast<std::uint32_t>(word)}) {}
+  BodyItem(std::uint32_t word) : content_(Words{word}) {}
+  BodyItem(float value);
+  BodyItem(Reference reference) : content_(std::move(reference)) {}
   BodyItem(std::uint32_t first, std::uint32_t second) : content_(Words{first, second}) {}
 
   using Words = std::vector<std::uint32_t>;
