@@ -92,7 +92,6 @@ void WriteAndClose(FileHandle file, ByteView bytes) {
     // For a file that is to be made, a missing part of the path can only be a folder.
     ThrowErrno(errno == ENOENT ? ENOTDIR : errno);
   }
-  std::setvbuf(file.get(), nullptr, _IONBF, 0);  // all bytes are at hand: one write, and no copy of them
   if (!bytes.empty() && std::fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size()) {
     ThrowErrno(errno);
   }
@@ -207,21 +206,17 @@ void DeleteFile(const fs::path& path) {
 
 void DeleteFileIfThere(const fs::path& path) {
   std::error_code error;
-  // One call of the system is enough for a file that isn't there, which is what most of these find.
-  if (fs::symlink_status(path, error).type() == fs::file_type::not_found) {
-    return;
-  }
   if (fs::is_directory(path, error)) {
     throw RuntimeFailure(FailureCode::PathAccessError);
   }
-  if (!fs::remove(path, error) && error) {
+  if (!fs::remove(path, error) && error && error != std::errc::not_a_directory) {
     ThrowErrno(error.value());
   }
 }
 
 void DeleteFileQuietly(const fs::path& path) noexcept {
   std::error_code error;
-  if (fs::symlink_status(path, error).type() != fs::file_type::not_found && !fs::is_directory(path, error)) {
+  if (!fs::is_directory(path, error)) {
     fs::remove(path, error);
   }
 }

@@ -1,8 +1,6 @@
 #include "resources/Codec.h"
 
 #include <array>
-#include <memory>
-#include <span>
 #include <zlib.h>
 
 #include "common/FileWriter.h"
@@ -63,9 +61,7 @@ bool InflateChunks(ByteView wrapper, const ChunkSink& sink) {
   if (wrapper.size() <= kWrittenHead.size()) {
     throw RuntimeFailure(FailureCode::SubscriptOutOfRange);
   }
-  // Not filled first: most images are far smaller than a chunk.
-  const auto memory = std::make_unique_for_overwrite<std::uint8_t[]>(kInflateChunk);
-  const std::span<std::uint8_t> output(memory.get(), kInflateChunk);
+  Bytes output(kInflateChunk);
   Stream stream(wrapper.subspan(kWrittenHead.size()), inflateEnd);
   // An init that fails shows as the first inflate's failure.
   inflateInit2(stream.Get(), kRawStream);
@@ -80,7 +76,7 @@ bool InflateChunks(ByteView wrapper, const ChunkSink& sink) {
     if (got < 1) {
       return result;
     }
-    sink(output.first(static_cast<std::size_t>(got)));
+    sink(ByteView(output).first(static_cast<std::size_t>(got)));
     stream.SetOutput(output);
     result = true;
     // By a whole chunk even behind a short one, which makes `got` negative in the next pass and so ends the loop.

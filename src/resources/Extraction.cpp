@@ -173,8 +173,7 @@ class AllExtraction {
 
 std::string ExtensionForImageType(Int16 format) {
   constexpr std::array<const char*, 6> kExtensions = {"png", "jpg", "tiff", "gif", "bmp", "gim"};
-  const int code = format.Int();
-  return code >= 0 && code < static_cast<int>(kExtensions.size()) ? kExtensions[format.Index()] : "";
+  return format >= Int16(0) && format < Int16(kExtensions.size()) ? kExtensions[format.Index()] : "";
 }
 
 void CmdExtract(const Mod& mod, const RcoDocument& document, Prompts& prompts) {

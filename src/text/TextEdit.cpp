@@ -97,17 +97,9 @@ void SelectWholeText(RcoDocument& document) {
 
 }  // namespace
 
-void cmdTextChange(Mod& mod, RcoDocument& document, Watch& watch, std::u16string_view txt) {
-  if (document.lstText.Selected() < 0) {
-    return;
-  }
-  BackupOnce(mod, watch);
-  RcoFile file(mod.cCurFile);
+std::int32_t ChangeText(RcoFile& file, RcoDocument& document, int lang, int item, std::u16string_view txt) {
   LabelLongs head4{};
   file.ReadLongsAt(rco::kLabelLongsAt, head4);
-
-  const int item = document.lstText.Selected();
-  const int lang = document.cboTextLang.Selected();
   const std::int32_t tailPos = TailPosition(document, head4, lang, item);
   const std::int32_t textPos = PositionOfText(document, lang, item);
 
@@ -120,8 +112,18 @@ void cmdTextChange(Mod& mod, RcoDocument& document, Watch& watch, std::u16string
   WriteTextRecords(file, document, Int16(lang));
   file.WriteLongsAt(rco::kLabelLongsAt, head4);
   file.WriteLongsAt(rco::kDataAreaLongsAt, document.dataAreas);
-  file.Close();
+  return delta;
+}
 
+void cmdTextChange(Mod& mod, RcoDocument& document, Watch& watch, std::u16string_view txt) {
+  if (document.lstText.Selected() < 0) {
+    return;
+  }
+  BackupOnce(mod, watch);
+  const int item = document.lstText.Selected();
+  RcoFile file(mod.cCurFile);
+  const std::int32_t delta = ChangeText(file, document, document.cboTextLang.Selected(), item, txt);
+  file.Close();
   RecordFileDate(mod, watch);
   document.labelBase = AddInt32(document.labelBase, delta);
 

@@ -10,7 +10,7 @@
 namespace kelvane {
 
 // The most bytes that the records of all languages may take; more is failure 7. Screens hold some 100 KB of them.
-inline constexpr std::int64_t kMaxTextTableBytes = 1 << 26;
+inline constexpr std::int64_t kMaxTextTableBytes = 1 << 24;
 
 // Fills cboTextLang, lstText, textRsc, textCount, langCount, langPos and textDataBase from the open file; labelBase
 // must be read already. The second language of the file is selected. What the document held of texts before is gone,

@@ -10,21 +10,22 @@ namespace {
 constexpr char16_t kCarriageReturn = u'\r';
 constexpr char16_t kLineFeed = u'\n';
 
+const TextRec& RecordOf(const RcoDocument& document, Int16 item, Int16 lang) {
+  return At(At(document.textRsc, lang.Int()), item.Int());
+}
+
 }  // namespace
 
-std::u16string TextReader::Read(Int16 item, Int16 lang) {
-  const TextRec& record = At(At(document_.textRsc, lang.Int()), item.Int());
+std::u16string GetTextString(RcoFile& file, const RcoDocument& document, Int16 item, Int16 lang) {
+  const TextRec& record = RecordOf(document, item, lang);
   if (record.textLength <= 0) {
     return {};
   }
-  if (!file_.IsOpen()) {
-    file_.Open(mod_.cCurFile);
-  }
-  file_.Seek(AddInt32(document_.textDataBase, record.textOffset));
-  if (record.textLength > kMaxTextBytes && file_.Position() + record.textLength > file_.Length()) {
+  file.Seek(AddInt32(document.textDataBase, record.textOffset));
+  if (record.textLength > kMaxTextBytes && file.Position() + record.textLength > file.Length()) {
     throw RuntimeFailure(FailureCode::OutOfMemory);
   }
-  const Bytes bytes = file_.ReadBytes(record.textLength);
+  const Bytes bytes = file.ReadBytes(record.textLength);
   std::u16string text(bytes.size() / 2, u'\0');
   for (std::size_t i = 0; i < text.size(); ++i) {
     text[i] = static_cast<char16_t>(bytes[2 * i] | bytes[2 * i + 1] << 8);
@@ -34,6 +35,13 @@ std::u16string TextReader::Read(Int16 item, Int16 lang) {
 
 std::u16string GetTextString(const Mod& mod, const RcoDocument& document, Int16 item, Int16 lang) {
   return TextReader(mod, document).Read(item, lang);
+}
+
+std::u16string TextReader::Read(Int16 item, Int16 lang) {
+  if (!file_.IsOpen() && RecordOf(document_, item, lang).textLength > 0) {
+    file_.Open(mod_.cCurFile);
+  }
+  return GetTextString(file_, document_, item, lang);
 }
 
 std::u16string_view UpToFirstNul(std::u16string_view text) {

@@ -98,16 +98,14 @@ TEST_F(ExtractAllTest, AMonoSoundGivesOneFileAndAStereoSoundTwo) {
 }
 
 TEST_F(ExtractAllTest, ACompressedImageIsUnpackedUnderItsExtensionAndTheDatStays) {
-  const std::vector<std::string> extensions = {".png", ".jpg", ".tiff", ".gif", ".bmp"};
+  const std::vector<std::string> extensions = {"png", "jpg", "tiff", "gif", "bmp"};
   Contents expected;
-  std::uint16_t format = 0;
-  for (const std::string& extension : extensions) {
+  for (std::uint16_t format = 0; format < extensions.size(); ++format) {
     const std::string label = "image" + std::to_string(format);
     const Bytes data = SomeBytes(300, format);
     builder.AddImage({.label = label, .format = format, .compression = 1, .data = DeflateWrapped(data)});
     expected[label + ".dat"] = DeflateWrapped(data);
-    expected[label + extension] = data;
-    ++format;
+    expected[label + "." + extensions[format]] = data;
   }
   Open();
   ExtractAll();
@@ -115,14 +113,12 @@ TEST_F(ExtractAllTest, ACompressedImageIsUnpackedUnderItsExtensionAndTheDatStays
 }
 
 TEST_F(ExtractAllTest, AnUncompressedImageComesOutAsStored) {
-  const std::vector<std::string> extensions = {".png", ".jpg", ".tiff", ".gif", ".bmp"};
+  const std::vector<std::string> extensions = {"png", "jpg", "tiff", "gif", "bmp"};
   Contents expected;
-  std::uint16_t format = 0;
-  for (const std::string& extension : extensions) {
+  for (std::uint16_t format = 0; format < extensions.size(); ++format) {
     const std::string label = "image" + std::to_string(format);
     builder.AddImage({.label = label, .format = format, .data = SomeBytes(300, format)});
-    expected[label + extension] = SomeBytes(300, format);
-    ++format;
+    expected[label + "." + extensions[format]] = SomeBytes(300, format);
   }
   Open();
   ExtractAll();
@@ -417,7 +413,7 @@ TEST_F(ExtractAllTest, AnImageTooLargeToBeHeldIsConvertedAllTheSame) {
   // 2,100 x 2,100 pixels of 32 bits: more than 16 MiB.
   constexpr int kSide = 2100;
   constexpr std::size_t kPixelBytes = std::size_t{4} * kSide * kSide;
-  const Bytes gim = test::BuildRgbaGim(kSide, kSide, std::vector<std::uint32_t>(kPixelBytes / 4, 0x04030201), false);
+  const Bytes gim = test::BuildRgbaGim(kSide, kSide, std::vector<std::uint32_t>(kSide * kSide, 0x04030201), false);
   builder.AddImage({.label = "image", .compression = 1, .data = DeflateWrapped(gim, 1)});
   Open();
   ExtractAll();

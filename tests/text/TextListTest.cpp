@@ -72,6 +72,16 @@ TEST(GetTextString, WhatLiesBeyondTheEndOfTheFileIsNulsAndAnOddLastByteIsLeftOut
   EXPECT_EQ(GetTextString(open.mod, open.document, Int16(0), Int16(1)), u"Ye");
 }
 
+TEST(GetTextString, ALongTextIsReadWhereTheFileHoldsItAndFailure7WhereItIsOnlyClaimed) {
+  const std::u16string text(kMaxTextBytes, u'x');  // twice as many bytes
+  EXPECT_EQ(Stored(RawText(text)), text);
+  OpenTexts open(ThreeTexts().bytes);
+  open.document.textRsc[1][0].textLength = kMaxTextBytes;
+  EXPECT_EQ(GetTextString(open.mod, open.document, Int16(0), Int16(1)).size(), kMaxTextBytes / 2U);
+  open.document.textRsc[1][0].textLength = kMaxTextBytes + 1;
+  EXPECT_EQ(NumberOf([&] { (void)GetTextString(open.mod, open.document, Int16(0), Int16(1)); }), 7);
+}
+
 TEST(GetTextString, FailsForWhatHasNoRecordAndForAnUnusablePlace) {
   OpenTexts open(ThreeTexts().bytes);
   const auto read = [&](int item, int lang) {
@@ -85,8 +95,6 @@ TEST(GetTextString, FailsForWhatHasNoRecordAndForAnUnusablePlace) {
   EXPECT_EQ(read(0, 1), 5);
   open.document.textRsc[1][0].textOffset = 0x7FFFFFFF;
   EXPECT_EQ(read(0, 1), 6);
-  open.document.textRsc[1][0] = {0, kMaxTextBytes + 1, 0};
-  EXPECT_EQ(read(0, 1), 7);
   std::filesystem::remove(open.mod.cCurFile);
   EXPECT_EQ(read(0, 0), 53);
 }
