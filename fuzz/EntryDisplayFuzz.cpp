@@ -19,9 +19,10 @@ namespace {
 using fuzz::Require;
 using fuzz::Succeeds;
 
-// How many words of an input are looked at, so that entries which claim to be long don't take all the time, and how
-// many rows of an entry are asked for their choices.
-constexpr std::int32_t kWords = 40000;
+// How many words of an input are looked at, and how many rows of an entry are asked for their choices. Entries that
+// claim to be longer than this, which repeat the zeros behind the end of the file, are passed over: they take all the
+// time.
+constexpr std::int32_t kWords = 8192;
 constexpr int kRows = 256;
 
 std::int32_t WordCount(const EntryRec& record) {
@@ -58,17 +59,25 @@ void CheckPageRows(RcoFile& file, const RcoDocument& document, const EntryRec& r
   Require(document.lstPageData.Count() == 0 || word == WordCount(record), "the rows stand for all words");
 }
 
-// Whether there are words left to look at for a line's entry; lines need not have one.
+// Whether a line's entry is looked at. A line need not have a record.
 bool Afford(const std::vector<EntryRec>& recs, int line, std::int32_t& budget) {
-  if (line < static_cast<int>(recs.size())) {
-    budget -= std::min(WordCount(recs[static_cast<std::size_t>(line)]), 32768);
+  if (line >= static_cast<int>(recs.size())) {
+    return true;
   }
-  return budget > 0;
+  const std::int32_t words = WordCount(recs[static_cast<std::size_t>(line)]);
+  if (words > budget) {
+    return false;
+  }
+  budget -= words;
+  return true;
 }
 
 void ShowPages(RcoFile& file, RcoDocument& document) {
   std::int32_t budget = kWords;
-  for (int line = 0; line < document.lstPage.Count() && Afford(document.pageRecs, line, budget); ++line) {
+  for (int line = 0; line < document.lstPage.Count(); ++line) {
+    if (!Afford(document.pageRecs, line, budget)) {
+      continue;
+    }
     document.lstPage.Select(line);
     document.lstPageData.Clear();
     if (Succeeds([&] { ShowPageEntry(file, document); })) {
@@ -79,7 +88,10 @@ void ShowPages(RcoFile& file, RcoDocument& document) {
 
 void ShowAnims(RcoFile& file, RcoDocument& document) {
   std::int32_t budget = kWords;
-  for (int line = 0; line < document.lstAnim.Count() && Afford(document.animRecs, line, budget); ++line) {
+  for (int line = 0; line < document.lstAnim.Count(); ++line) {
+    if (!Afford(document.animRecs, line, budget)) {
+      continue;
+    }
     document.lstAnim.Select(line);
     document.lstAnimData.Clear();
     if (Succeeds([&] { ShowAnimEntry(file, document); })) {
