@@ -121,6 +121,7 @@ void RcoFile::Write(ByteView bytes) {
   RequireOpen();
   const std::int64_t end = position_ + static_cast<std::int64_t>(bytes.size());
   if (end > Length()) {
+    RequireArraySize(end - Length());
     image_.Grow(end);
   }
   image_.Write(position_, bytes);

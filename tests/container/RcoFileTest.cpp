@@ -106,6 +106,14 @@ TEST(RcoFile, WritingBeyondTheEndFillsTheGapWithZeros) {
   EXPECT_EQ(ReadWholeFile(folder / "f"), (Bytes{0x10, 0x11, 0x12, 0x13, 0x14, 0x15, 0, 0, 0x41, 0x42}));
 }
 
+TEST(RcoFile, AGapThatNoMemoryHoldsIsFailure7AndChangesNothing) {
+  const TempFolder folder;
+  RcoFile file(folder.Write("f", kContent));
+  EXPECT_EQ(NumberOf([&] { file.WriteI32At(0x70000000, 1); }), 7);
+  file.Close();
+  EXPECT_EQ(ReadWholeFile(folder / "f"), kContent);
+}
+
 TEST(RcoFile, LongsAreReadAndWrittenInARow) {
   const TempFolder folder;
   RcoFile file(folder.Write("f", Bytes(16)));
