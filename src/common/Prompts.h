@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -50,6 +51,13 @@ struct FileChoice {
   int filterNumber = 0;
 };
 
+// What the sound dialog asks for: the file of the left channel, and in stereo that of the right one.
+struct VagChoice {
+  std::filesystem::path left;
+  std::filesystem::path right;
+  bool stereo = false;
+};
+
 class Prompts {
  public:
   virtual ~Prompts() = default;
@@ -66,6 +74,9 @@ class Prompts {
   // The dialog frmEditList, with row `selected` of `lines` selected, -1 for none. The row that was selected when OK was
   // pressed, -1 for none; nothing: cancelled.
   virtual std::optional<int> ShowEditList(const std::vector<std::string>& lines, int selected) = 0;
+  // The dialog frmVAGReplace for a sound that is stereo or mono now. OK hands what was chosen to `accept`; the dialog
+  // stays open until that answers true or it is cancelled.
+  virtual void ShowVagReplace(bool stereo, const std::function<bool(const VagChoice&)>& accept) = 0;
 };
 
 // Shows a message with an OK button only.

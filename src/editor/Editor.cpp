@@ -6,6 +6,7 @@
 #include "common/Files.h"
 #include "common/RuntimeFailure.h"
 #include "container/Inserts.h"
+#include "editor/DroppedFile.h"
 #include "editor/OpenRcoFile.h"
 
 namespace kelvane {
@@ -86,14 +87,9 @@ void Editor::timDetectChange() {
 }
 
 void Editor::DropFiles(const std::vector<std::filesystem::path>& files) {
-  if (files.empty()) {
-    return;
-  }
-  if (files.size() > 1) {
-    Tell(ports_.prompts, "More than one file was dropped - only the first file will be used.", Icon::Exclamation);
-  }
-  if (FileExists(files.front())) {
-    OpenRcoFile(files.front());
+  const std::filesystem::path file = DroppedFile(files, ports_.prompts);
+  if (!file.empty()) {
+    OpenRcoFile(file);
   }
 }
 

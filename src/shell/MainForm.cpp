@@ -10,6 +10,7 @@
 #include "shell/GeneralTab.h"
 #include "shell/PageTab.h"
 #include "shell/TextTab.h"
+#include "shell/frmOpt.h"
 
 namespace kelvane {
 
@@ -48,7 +49,9 @@ MainForm::MainForm(const std::filesystem::path& executable, Prompts* prompts)
 void MainForm::AddFrame() {
   QPushButton* open = AddButton(this, "cmdOpen", "   打开RCO文件", Drawing::Open);
   connect(open, &QPushButton::clicked, this, [this] { runner_.Run([](Editor& editor) { editor.cmdOpen(); }); });
-  AddButton(this, "cmdOpt", " 设      置 ", Drawing::Options);
+  QPushButton* options = AddButton(this, "cmdOpt", " 设      置 ", Drawing::Options);
+  connect(options, &QPushButton::clicked, this,
+          [this] { frmOpt(this, editor_.State(), SettingsPath(editor_.State(), executable_)).exec(); });
   AddButton(this, "cmdUtil", "    Tools...", Drawing::Tools);
   AddButton(this, "cmdOther", "   Random Info...", Drawing::RandomInfo);
   QLabel* website = AddLabel(this, "lblWebsite", "Kelvane Editor " KELVANE_VERSION);
@@ -195,7 +198,7 @@ void MainForm::keyPressEvent(QKeyEvent* event) {
   } else if (event->key() == Qt::Key_Escape) {
     pressed = cancelButton_;
   }
-  if (pressed != nullptr && pressed->isEnabled()) {
+  if (pressed != nullptr && pressed->isEnabled() && pressed->isVisible()) {
     pressed->click();
   } else {
     QWidget::keyPressEvent(event);

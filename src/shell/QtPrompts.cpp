@@ -8,6 +8,7 @@
 #include "shell/MessageBox.h"
 #include "shell/frmEditList.h"
 #include "shell/frmEditVal.h"
+#include "shell/frmVAGReplace.h"
 
 namespace kelvane {
 
@@ -53,6 +54,11 @@ std::optional<std::string> QtPrompts::ShowEditVal(const std::string& text) {
 std::optional<int> QtPrompts::ShowEditList(const std::vector<std::string>& lines, int selected) {
   frmEditList dialog(Owner(), lines, selected);
   return Answered(dialog.exec() == QDialog::Accepted ? std::optional(dialog.Row()) : std::nullopt);
+}
+
+void QtPrompts::ShowVagReplace(bool stereo, const std::function<bool(const VagChoice&)>& accept) {
+  frmVAGReplace(Owner(), stereo, *this, accept).exec();
+  LeaveIfEnding();
 }
 
 }  // namespace kelvane

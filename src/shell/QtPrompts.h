@@ -19,6 +19,7 @@ class QtPrompts : public Prompts {
   std::string AskText(const std::string& prompt, const std::string& defaultText) override;
   std::optional<std::string> ShowEditVal(const std::string& text) override;
   std::optional<int> ShowEditList(const std::vector<std::string>& lines, int selected) override;
+  void ShowVagReplace(bool stereo, const std::function<bool(const VagChoice&)>& accept) override;
 
  private:
   [[nodiscard]] QWidget* Owner() const;

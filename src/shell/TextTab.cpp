@@ -3,6 +3,7 @@
 #include <QComboBox>
 
 #include "shell/Controls.h"
+#include "shell/frmAddText.h"
 
 namespace kelvane {
 
@@ -17,10 +18,38 @@ TextTab::TextTab(QWidget* form, EditorRunner& runner) : TabPage(1, "lstText", fo
   AddLabel(container, "lblTextTip", "提示:使用Shift+Enter或者Ctrl+Enter可以换行")->setWordWrap(true);
   cmdTextChange_ = AddButton(container, "cmdTextChange", "&更 改");
   cmdTextReset_ = AddButton(container, "cmdTextReset", "&重 设");
-  AddButton(container, "cmdTextSearch", "搜索文本");
+  cmdTextSearch_ = AddButton(container, "cmdTextSearch", "搜索文本");
   cmdTextRscAdd_ = AddButton(container, "cmdTextRscAdd", "Add...");
   AddButton(container, "cmdTextExport", "   Export List...", Drawing::ExportList);
   AddButton(container, "cmdTextImport", "   Import List...", Drawing::ImportList);
+  Connect();
+}
+
+void TextTab::Connect() {
+  connect(List(), &ListBox::RowChosen, this,
+          [this](int row) { runner_.Run([row](Editor& editor) { editor.lstText_Click(row); }); });
+  connect(cboTextLang_, &QComboBox::activated, this,
+          [this](int row) { runner_.Run([row](Editor& editor) { editor.cboTextLang_Click(row); }); });
+  connect(cmdTextChange_, &QPushButton::clicked, this,
+          [this] { runner_.Run([this](Editor& editor) { editor.cmdTextChange(txt_->Text()); }); });
+  connect(cmdTextReset_, &QPushButton::clicked, this,
+          [this] { runner_.Run([](Editor& editor) { editor.cmdTextReset(); }); });
+  connect(cmdTextSearch_, &QPushButton::clicked, this,
+          [this] { runner_.Run([](Editor& editor) { editor.cmdTextSearch(); }); });
+  connect(cmdTextRscAdd_, &QPushButton::clicked, this, &TextTab::AddText);
+}
+
+void TextTab::AddText() {
+  runner_.Run([this](Editor& editor) {
+    const std::optional<std::string> position = editor.cmdTextRscAdd();
+    if (position) {
+      frmAddText(window(), editor.Document().lstText.Count(), *position,
+                 [&editor](const std::string& label, const std::string& typed) {
+                   return editor.frmAddText_cmdOK(label, typed);
+                 })
+          .exec();
+    }
+  });
 }
 
 void TextTab::Refresh(const RcoDocument& document) {

@@ -19,6 +19,8 @@ class TextTab : public TabPage {
   void ShowExpert(bool expert) override;
 
  private:
+  void Connect();
+  void AddText();
   void ShowLanguages(const ListLines& languages);
   void ShowText(const TextDisplay& display);
 
@@ -27,6 +29,7 @@ class TextTab : public TabPage {
   TextBox* txt_;
   QPushButton* cmdTextChange_;
   QPushButton* cmdTextReset_;
+  QPushButton* cmdTextSearch_;
   QPushButton* cmdTextRscAdd_;
   unsigned shownLanguages_ = 0;
   unsigned shownText_ = 0;

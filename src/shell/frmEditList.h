@@ -1,17 +1,17 @@
 // The dialog "Change Value (list)".
 #pragma once
 
-#include <QDialog>
 #include <string>
 #include <vector>
 
 #include "container/RcoDocument.h"
+#include "shell/Dialogs.h"
 
 namespace kelvane {
 
 class ListBox;
 
-class frmEditList : public QDialog {
+class frmEditList : public Dialog {
   Q_OBJECT
  public:
   // `selected` is the row that starts selected, -1 for none.

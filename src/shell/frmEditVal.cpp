@@ -1,25 +1,24 @@
 #include "shell/frmEditVal.h"
 
-#include <QLineEdit>
-#include <QVBoxLayout>
+#include <QFontDatabase>
 
-#include "shell/Controls.h"
-#include "shell/Dialogs.h"
+#include "shell/HexBox.h"
 
 namespace kelvane {
 
-frmEditVal::frmEditVal(QWidget* owner, const std::string& text) : QDialog(owner), txt_(AddTextBox(this, "txt")) {
-  PrepareDialog(*this, "frmEditVal", "Change Value (hex)");
-  txt_->setInputMask(">HHHHHHHH;0");
-  txt_->setText(QString::fromStdString(text));
-  auto* rows = new QVBoxLayout(this);
-  rows->addWidget(txt_);
-  rows->addLayout(OkAndCancel(*this));
-  txt_->setFocus();
+frmEditVal::frmEditVal(QWidget* owner, const std::string& text)
+    : Dialog(owner, "frmEditVal", "Change Value (hex)"), txt_(new HexBox(text, this)) {
+  QFont digits = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  digits.setPixelSize(16);
+  txt_->setFont(digits);
+  txt_->setAlignment(Qt::AlignCenter);
+  AddRow(txt_);
+  AddOkAndCancel();
+  setFixedWidth(240);
 }
 
 std::string frmEditVal::Text() const {
-  return txt_->text().toStdString();
+  return txt_->Text();
 }
 
 }  // namespace kelvane

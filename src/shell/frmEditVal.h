@@ -1,14 +1,15 @@
 // The dialog "Change Value (hex)".
 #pragma once
 
-#include <QDialog>
 #include <string>
 
-class QLineEdit;
+#include "shell/Dialogs.h"
 
 namespace kelvane {
 
-class frmEditVal : public QDialog {
+class HexBox;
+
+class frmEditVal : public Dialog {
   Q_OBJECT
  public:
   // `text` is what the field starts with: 8 hexadecimal digits.
@@ -17,7 +18,7 @@ class frmEditVal : public QDialog {
   [[nodiscard]] std::string Text() const;
 
  private:
-  QLineEdit* txt_;
+  HexBox* txt_;
 };
 
 }  // namespace kelvane

@@ -48,6 +48,10 @@ void ScriptedPrompts::ExpectEditList(std::vector<std::string> lines, int selecte
   script_.push_back(ExpectedEditList{std::move(lines), selected, answer});
 }
 
+void ScriptedPrompts::ExpectVagReplace(bool stereo, std::vector<VagChoice> choices) {
+  script_.emplace_back(ExpectedVagReplace{stereo, std::move(choices)});
+}
+
 template <class Type>
 const Type* ScriptedPrompts::Next(const std::string& asked) {
   if (script_.empty() || !std::holds_alternative<Type>(script_.front())) {
@@ -118,6 +122,21 @@ std::optional<int> ScriptedPrompts::ShowEditList(const std::vector<std::string>&
   EXPECT_EQ(lines, expected->lines);
   EXPECT_EQ(selected, expected->selected);
   return expected->answer;
+}
+
+void ScriptedPrompts::ShowVagReplace(bool stereo, const std::function<bool(const VagChoice&)>& accept) {
+  const auto* next = Next<ExpectedVagReplace>("sound dialog");
+  if (next == nullptr) {
+    return;
+  }
+  const ExpectedVagReplace expected = *next;  // accepting may ask more
+  EXPECT_EQ(stereo, expected.stereo);
+  for (std::size_t i = 0; i < expected.choices.size(); ++i) {
+    if (accept(expected.choices[i])) {
+      EXPECT_EQ(i + 1, expected.choices.size()) << "accepted too early";
+      return;
+    }
+  }
 }
 
 void ScriptedWatch::Start() {

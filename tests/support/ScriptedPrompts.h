@@ -39,6 +39,9 @@ class ScriptedPrompts : public Prompts {
   void ExpectEditVal(std::string text, std::optional<std::string> answer);
   // The list dialog, compared in lines and selection; the answer is a row, -1 for OK without one, or none for Cancel.
   void ExpectEditList(std::vector<std::string> lines, int selected, std::optional<int> answer);
+  // The sound dialog, compared in the shape that it starts with. OK is pressed with one choice after the other until one
+  // is accepted, which must be the last; the dialog is cancelled where none is.
+  void ExpectVagReplace(bool stereo, std::vector<VagChoice> choices);
 
   Answer ShowMessage(const Message& message) override;
   FileChoice ShowFileDialog(const FileDialog& dialog) override;
@@ -46,6 +49,7 @@ class ScriptedPrompts : public Prompts {
   std::string AskText(const std::string& prompt, const std::string& defaultText) override;
   std::optional<std::string> ShowEditVal(const std::string& text) override;
   std::optional<int> ShowEditList(const std::vector<std::string>& lines, int selected) override;
+  void ShowVagReplace(bool stereo, const std::function<bool(const VagChoice&)>& accept) override;
 
  private:
   struct ExpectedMessage {
@@ -74,8 +78,12 @@ class ScriptedPrompts : public Prompts {
     int selected;
     std::optional<int> answer;
   };
-  using Expected =
-      std::variant<ExpectedMessage, ExpectedFile, ExpectedFolder, ExpectedInput, ExpectedEditVal, ExpectedEditList>;
+  struct ExpectedVagReplace {
+    bool stereo;
+    std::vector<VagChoice> choices;
+  };
+  using Expected = std::variant<ExpectedMessage, ExpectedFile, ExpectedFolder, ExpectedInput, ExpectedEditVal,
+                                ExpectedEditList, ExpectedVagReplace>;
 
   // The next expected question if it is of that type; otherwise the test fails and the result is null.
   template <class Type>

@@ -1,0 +1,41 @@
+#include "shell/frmOther.h"
+
+#include <utility>
+
+#include "shell/Controls.h"
+#include "shell/ListBox.h"
+
+namespace kelvane {
+
+frmOther::frmOther(QWidget* owner, RandomInfo info)
+    : Dialog(owner, "frmOther", "Kelvane Editor - Random Info"), info_(std::move(info)) {
+  AddHeading("lblSec1", "Page/Anim Tables (unsorted)");
+  AddLists({"lblPageDes", "\"Page/Dialog\" table", "lstPage", &info_.lstPage, info_.lstPageEnabled},
+           {"lblAnimDes", "\"Anim\" table", "lstAnim", &info_.lstAnim, info_.lstAnimEnabled});
+  AddGap();
+  AddHeading("lblSec2", "Text Data");
+  AddLists({"lblLabelDes", "Label Data (all)", "lstLabel", &info_.lstLabel, true},
+           {"lblNativeDes", "\"native:/\" Data", "lstNative", &info_.lstNative, true});
+  Rows()->setColumnStretch(0, 1);
+  QPushButton* close = AddButton(this, "cmdClose", "Close");
+  connect(close, &QPushButton::clicked, this, &QDialog::reject);
+  AddButtons({close});
+  resize(560, 520);
+}
+
+void frmOther::AddLists(const Shown& left, const Shown& right) {
+  const int row = Rows()->rowCount();
+  int column = 0;
+  for (const Shown& shown : {left, right}) {
+    QLabel* label = AddLabel(this, shown.label, shown.caption);
+    auto* list = new ListBox(shown.list, this);
+    list->Show(*shown.lines);
+    label->setEnabled(shown.enabled);
+    list->setEnabled(shown.enabled);
+    Rows()->addWidget(label, row, column);
+    Rows()->addWidget(list, row + 1, column);
+    ++column;
+  }
+}
+
+}  // namespace kelvane
