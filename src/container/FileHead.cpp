@@ -27,6 +27,9 @@ std::int32_t FileHead::ReadI32(std::int64_t position) const {
 }
 
 void FileHead::Remember(std::int64_t position, std::int64_t length) {
+  if (patches_.empty()) {
+    lengthBefore_ = file_.Length();
+  }
   file_.Seek(position);
   patches_.push_back({position, file_.ReadBytes(length)});
 }
@@ -53,6 +56,9 @@ void FileHead::TakeBack() {
   for (auto patch = patches_.rbegin(); patch != patches_.rend(); ++patch) {
     file_.Seek(patch->position);
     file_.Write(patch->before);
+  }
+  if (!patches_.empty() && file_.Length() > lengthBefore_) {
+    file_.Splice(lengthBefore_, file_.Length() - lengthBefore_, {});
   }
   patches_.clear();
 }

@@ -40,6 +40,7 @@ class FileHead {
   RcoFile& file_;
   std::int64_t end_;
   std::vector<Patch> patches_;
+  std::int64_t lengthBefore_ = 0;  // of the file, before the first patch
 };
 
 }  // namespace kelvane

@@ -57,8 +57,10 @@ void GapBuffer::RequireGap(std::size_t size) {
 void GapBuffer::Splice(std::int64_t position, std::int64_t removed, ByteView inserted) {
   RequireInside(position, removed);
   MoveGapTo(static_cast<std::size_t>(position));
-  gapSize_ += static_cast<std::size_t>(removed);
-  RequireGap(inserted.size());
+  // What is removed joins the gap only once there is room: a failure for memory leaves the content as it was.
+  const std::size_t joining = static_cast<std::size_t>(removed);
+  RequireGap(inserted.size() > joining ? inserted.size() - joining : 0);
+  gapSize_ += joining;
   std::copy(inserted.begin(), inserted.end(), bytes_.begin() + position);
   gapAt_ += inserted.size();
   gapSize_ -= inserted.size();

@@ -54,15 +54,22 @@ void WriteVagFields(FileHead& head, const Mod& mod, const GenRsc& record) {
   }
 }
 
-// Puts `data` and its padding between the first `pos` bytes and what begins at `tailPos`.
-void SpliceData(RcoFile& file, std::int64_t pos, std::int64_t tailPos, Bytes data) {
-  data.resize(data.size() + static_cast<std::size_t>(PaddingOf(static_cast<std::int32_t>(data.size()))));
-  const std::int64_t length = file.Length();
-  if (tailPos < pos && tailPos < length) {
-    // A negative size: the tail begins in front of the data, and what lies between stands twice.
-    file.Seek(tailPos);
-    Append(data, file.ReadBytes(std::min(pos, length) - tailPos));
+// What stands from `tailPos` up to `pos`: with a negative size the tail begins in front of the data, and what lies
+// between will stand twice, the second time as it was before any patch.
+Bytes ReadTwiceStanding(RcoFile& file, std::int64_t pos, std::int64_t tailPos) {
+  const std::int64_t end = std::min(pos, file.Length());
+  if (tailPos >= end) {
+    return {};
   }
+  file.Seek(tailPos);
+  return file.ReadBytes(end - tailPos);
+}
+
+// Puts `data` and its padding, then `twice`, between the first `pos` bytes and what begins at `tailPos` behind them.
+void SpliceData(RcoFile& file, std::int64_t pos, std::int64_t tailPos, Bytes data, const Bytes& twice) {
+  data.resize(data.size() + static_cast<std::size_t>(PaddingOf(static_cast<std::int32_t>(data.size()))));
+  Append(data, twice);
+  const std::int64_t length = file.Length();
   const std::int64_t behind = tailPos < length ? std::max(tailPos, pos) : std::max(length, pos);
   file.Splice(pos, behind - pos, data);
 }
@@ -189,7 +196,11 @@ void GenReplacer::ReplaceData(Statements& run, FileHead& head, const std::filesy
   GenRsc& record = context_.document.genRsc[index.Index()];
   const std::int32_t oldSize = record.dataSize;
   std::int64_t tailPos = 0;
-  run([&] { tailPos = RoundUpTo4(CheckedInt32(pos + oldSize)); });
+  Bytes twice;
+  run([&] {
+    tailPos = RoundUpTo4(CheckedInt32(pos + oldSize));
+    twice = ReadTwiceStanding(file_, pos, tailPos);
+  });
 
   Bytes data;
   run([&] { data = ReadWholeFile(newFile); });
@@ -210,7 +221,7 @@ void GenReplacer::ReplaceData(Statements& run, FileHead& head, const std::filesy
       head.WriteI16(Field(record, rco::bodyCompression), record.rscCompression.Value());
     }
   });
-  run([&] { SpliceData(file_, pos, tailPos, std::move(data)); });
+  run([&] { SpliceData(file_, pos, tailPos, std::move(data), twice); });
 }
 
 bool GenReplacer::Finish() {

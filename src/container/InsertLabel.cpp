@@ -40,8 +40,10 @@ class LabelWalk {
   std::int32_t Run() {
     for (int s = section_; s <= kSections; ++s) {
       const Int16 count = CountOf(s);
-      for (i_ = 0; i_ < count; ++i_) {
-        VisitItem(s, count);
+      if (count > Int16(0)) {
+        for (i_ = 0; i_ < count; ++i_) {
+          VisitItem(s, count);
+        }
       }
       if (count == Int16(0) && s - 1 == section_ && CountOf(s - 1) == itemIndex_) {
         // The next section is empty: what the cursors have come to marks the place.
@@ -143,7 +145,12 @@ std::int32_t MakeLabelRoom(LabelSection section, Int16 itemIndex, std::int32_t g
   }
   if (document.genCount > Int16(0)) {
     FileHead head(file, document.labelBase);
-    WriteGenRscFields(head, document);
+    try {
+      WriteGenRscFields(head, document);
+    } catch (...) {
+      head.TakeBack();  // the fields go to the file together or not at all
+      throw;
+    }
   }
   if (document.pageCount > Int16(0)) {
     WriteRecLabels(file, document.pageRecs);

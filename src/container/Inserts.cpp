@@ -89,12 +89,7 @@ class GenInsert {
     run([&] { newOffset_ = AddInt32(frontLen_, -At(document_.dataAreas, (resource_.kind.Int() - 1) * 2)); });
     run([&] { ReadData(); });
     run([&] { file_.Splice(frontLen_, 0, data_); });
-    run([&] {
-      // The records from the place on are the ones that move, so the record before it is the one that grows. Where the
-      // place is the first of its kind that is a record, and an area, of the kind before.
-      FileHead front(file_, frontLen_);
-      ApplyDataDelta(static_cast<std::int32_t>(data_.size()), resource_.position - 1, front, document_);
-    });
+    MoveData(run);
 
     run([&] {
       labelPos_ = InsertLabel(Section(), resource_.position - FirstOfKind(), resource_.label, file_, context_);
@@ -124,6 +119,18 @@ class GenInsert {
     frontLen_ = GetGenDataPos(document_, resource_.position);
     RequireArraySize(frontLen_);
     RequireArraySize(file_.Length() - frontLen_);
+  }
+
+  // The records from the place on are the ones that move, so the record before it is the one that grows. Where the
+  // place is the first of its kind that is a record, and an area, of the kind before.
+  void MoveData(Statements& run) {
+    FileHead front(file_, frontLen_);
+    try {
+      run([&] { ApplyDataDelta(static_cast<std::int32_t>(data_.size()), resource_.position - 1, front, document_); });
+    } catch (const Abandoned&) {
+      front.TakeBack();  // the fields would have gone to the file in the next statement
+      throw;
+    }
   }
 
   void ReadData() {
@@ -201,6 +208,7 @@ class GenInsert {
 
 // The text records that one insert puts in, one for each language.
 std::vector<TextRec> NewTextRecords(const RcoDocument& document, Int16 index, std::int32_t textLabel) {
+  RequireArraySize(document.langCount);
   std::vector<TextRec> records(document.langCount);
   for (std::size_t language = 0; language < records.size(); ++language) {
     const std::vector<TextRec>& texts = At(document.textRsc, static_cast<std::int64_t>(language));
@@ -227,6 +235,7 @@ Bytes TextRecordBytesOf(const TextRec& record) {
 // The file with a gap of one record, filled, in each language.
 Bytes WithTextRecords(const Bytes& whole, const std::vector<std::int32_t>& insertAt,
                       const std::vector<TextRec>& records) {
+  RequireArraySize(static_cast<std::int64_t>(records.size()));
   Bytes out;
   out.reserve(whole.size() + records.size() * rco::kTextRecSize);
   std::int64_t from = 0;

@@ -66,8 +66,12 @@ void MovePointers(RcoFile& file, std::int32_t offset, std::int32_t byteLength, s
   file.WriteLongsAt(offset, pointers);
 }
 
-// The way back to the parent gets longer for the siblings behind the place. Gives the threshold for the pointers.
+// The way back to the parent gets longer for the siblings behind the place. Gives the threshold for the pointers: 0,
+// and so all of them, for an index above the count.
 std::int32_t MoveSiblings(const NewEntry& entry, bool isPage, RcoFile& file, const RcoDocument& document) {
+  if (entry.index > (isPage ? document.pageCount : document.genCount)) {
+    return 0;
+  }
   if (!isPage) {
     // The threshold is the label field of the entry at the place: so the pointer to that entry stays as it is, and
     // comes to point at the new one.
@@ -176,7 +180,6 @@ void MoveDataAreas(RcoDocument& document, std::int32_t delta, RcoFile& file) {
 
 void FixForNewEntry(const NewEntry& entry, RcoFile& file, RcoDocument& document) {
   const bool isPage = entry.depth != Int16(-1);
-  const int kind = isPage ? 0 : At(document.genRsc, entry.index.Int()).rscKind.Int();
   const std::int32_t threshold = MoveSiblings(entry, isPage, file, document);
 
   PointerLongs p{};
@@ -187,6 +190,7 @@ void FixForNewEntry(const NewEntry& entry, RcoFile& file, RcoDocument& document)
 
   RootLongs h{};
   file.ReadLongsAt(rco::kRootLongsAt, h);
+  const int kind = isPage ? 0 : At(document.genRsc, entry.index.Int()).rscKind.Int();
   GrowParents(entry, kind, h, file, document);
   MoveRootsAndAreas(entry, kind, h, file);
   file.WriteLongsAt(rco::kRootLongsAt, h);
