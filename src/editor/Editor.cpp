@@ -98,8 +98,7 @@ WriteContext Editor::Context() {
 }
 
 AfterInsert Editor::Afterwards() {
-  return {.reopen = [this] { OpenRcoFile(mod_.cCurFile); },
-          .selectLine = [this](Int16 row) { document_.lst.Select(row.Int()); }};
+  return {.reopen = [this] { OpenRcoFile(mod_.cCurFile); }, .selectLine = [this](Int16 row) { lst_Click(row.Int()); }};
 }
 
 }  // namespace kelvane

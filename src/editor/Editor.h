@@ -22,6 +22,8 @@
 #include "pages/AddPage.h"
 #include "pages/EditChoices.h"
 #include "pages/RandomInfo.h"
+#include "resources/AddResource.h"
+#include "resources/Replacement.h"
 
 namespace kelvane {
 
@@ -51,6 +53,25 @@ class Editor {
   void timDetectChange();
   // A drop of files: the first one is opened if it exists.
   void DropFiles(const std::vector<std::filesystem::path>& files);
+
+  // General resources.
+
+  // The choice of a resource, which is drawn. Failures: those of DecompressFile on what is stored.
+  void lst_Click(int row);
+  // What a selected resource is drawn on from now on, in the place of picPreview; null: nothing.
+  void DrawOn(Surface* picPreview) { ports_.picPreview = picPreview; }
+  // Saves the selected resource where the user chooses, or all of them in a folder. Failures as above.
+  void cmdExtract();
+  void cmdExtractAll();
+  // Stores a file of the user's choice as the selected resource, or what a folder has for any of them. Failures: those
+  // of reading the files.
+  void cmdReplace();
+  void cmdReplaceAll();
+  // The button that opens frmAddGen: what txtPos starts with, or nothing where no file is open, which was told.
+  std::optional<std::string> cmdGenRscAdd();
+  // cmdOK of frmAddGen: adds a resource and opens the file anew. False if the input was refused; then the message was
+  // shown and the dialog stays. Failures: 6 for a position beyond 16 bits, and those of reading the file.
+  bool frmAddGen_cmdOK(const AddGenFields& fields);
 
   // Texts.
 
@@ -95,6 +116,8 @@ class Editor {
   // What the procedures that insert entries are handed.
   [[nodiscard]] WriteContext Context();
   [[nodiscard]] AfterInsert Afterwards();
+  [[nodiscard]] ReplaceContext Replacing();
+  void ShowResource();
 
   Mod mod_;
   RcoDocument document_;

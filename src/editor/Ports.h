@@ -3,6 +3,7 @@
 
 #include "common/Prompts.h"
 #include "common/Watch.h"
+#include "imaging/PictureLoader.h"
 #include "imaging/Surface.h"
 
 namespace kelvane {
@@ -15,6 +16,8 @@ struct Ports {
   // where there is none.
   Surface* picPreview = nullptr;
   Surface* frmPreview = nullptr;
+  // Reads images that the parsers don't read themselves; null where there is none.
+  PictureLoader* pictures = nullptr;
 };
 
 }  // namespace kelvane
