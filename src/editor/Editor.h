@@ -40,6 +40,9 @@ class Editor {
   // For the settings of the options dialog and of the command line's options.
   [[nodiscard]] Mod& State() { return mod_; }
 
+  // For dialogs that ask on their own.
+  [[nodiscard]] Prompts& Asking() { return ports_.prompts; }
+
   // Opening, closing, watching.
 
   // What the program was started with, as one text: "expert" turns expert mode on; the name of an existing file opens

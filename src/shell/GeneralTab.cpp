@@ -1,6 +1,10 @@
 #include "shell/GeneralTab.h"
 
+#include <QPushButton>
+
+#include "common/Encoding.h"
 #include "shell/Controls.h"
+#include "shell/frmAddGen.h"
 
 namespace kelvane {
 
@@ -36,11 +40,51 @@ void GeneralTab::AddDisplay(QWidget* container) {
 }
 
 void GeneralTab::AddCommands(QWidget* container) {
-  AddButton(container, "cmdExtract", "提    取");
-  AddButton(container, "cmdReplace", "替    换");
-  AddButton(container, "cmdExtractAll", "提取全部");
-  AddButton(container, "cmdReplaceAll", "替换全部");
-  cmdGenRscAdd_ = AddButton(container, "cmdGenRscAdd", "Add...");
+  const auto add = [this, container](const char* name, const char* caption, void (Editor::*command)()) {
+    connect(AddButton(container, name, caption), &QPushButton::clicked, this,
+            [this, command] { runner_.Run([command](Editor& editor) { (editor.*command)(); }); });
+  };
+  add("cmdExtract", "提    取", &Editor::cmdExtract);
+  add("cmdReplace", "替    换", &Editor::cmdReplace);
+  add("cmdExtractAll", "提取全部", &Editor::cmdExtractAll);
+  add("cmdReplaceAll", "替换全部", &Editor::cmdReplaceAll);
+  QPushButton* addGen = AddButton(container, "cmdGenRscAdd", "Add...");
+  connect(addGen, &QPushButton::clicked, this, &GeneralTab::AddResource);
+  cmdGenRscAdd_ = addGen;
+
+  connect(List(), &ListBox::RowChosen, this,
+          [this](int row) { runner_.Run([row](Editor& editor) { editor.lst_Click(row); }); });
+  connect(picPreview_, &PictureBox::Clicked, this, &GeneralTab::OpenPreview);
+  connect(preview_, &frmPreview::ColourChosen, this, &GeneralTab::TakeColour);
+}
+
+void GeneralTab::AddResource() {
+  runner_.Run([this](Editor& editor) {
+    const std::optional<std::string> position = editor.cmdGenRscAdd();
+    if (position) {
+      frmAddGen(window(), editor.Document().lst.Count(), *position, editor.Asking(),
+                [&editor](const std::filesystem::path& file, const std::string& typed, const std::string& label) {
+                  return editor.frmAddGen_cmdOK({.txtFile = PathToUtf8(file), .txtPos = typed, .txtLabel = label});
+                })
+          .exec();
+    }
+  });
+}
+
+void GeneralTab::OpenPreview() {
+  preview_->SetBackground(picPreview_->Background());
+  preview_->Open();
+  Redraw();
+}
+
+void GeneralTab::TakeColour(const QColor& colour) {
+  picPreview_->SetBackground(colour);
+  preview_->SetBackground(colour);
+  Redraw();
+}
+
+void GeneralTab::Redraw() {
+  runner_.Run([](Editor& editor) { editor.lst_Click(editor.Document().lst.Selected()); });
 }
 
 void GeneralTab::Refresh(const RcoDocument& document) {

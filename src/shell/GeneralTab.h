@@ -22,6 +22,7 @@ class GeneralTab : public TabPage {
  private:
   void AddDisplay(QWidget* container);
   void AddCommands(QWidget* container);
+  void AddResource();
   void OpenPreview();
   void TakeColour(const QColor& colour);
   // Draws the selected resource anew.

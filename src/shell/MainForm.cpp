@@ -25,7 +25,8 @@ MainForm::MainForm(const std::filesystem::path& executable, Prompts* prompts)
                                          .watch = watch_,
                                          .progress = *progress_,
                                          .picPreview = picPreview_,
-                                         .frmPreview = preview_}),
+                                         .frmPreview = preview_,
+                                         .pictures = &pictures_}),
       runner_(editor_, this),
       drop_(this) {
   setObjectName("frm");

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "editor/Editor.h"
+#include "platform/QtPictureLoader.h"
 #include "shell/EditorRunner.h"
 #include "shell/FileDrop.h"
 #include "shell/QtProgress.h"
@@ -58,6 +59,7 @@ class MainForm : public QWidget {
   QtProgress* progress_;
   PictureBox* picPreview_;
   frmPreview* preview_;
+  QtPictureLoader pictures_;
   Editor editor_;
   EditorRunner runner_;
   FileDrop drop_;
