@@ -1,6 +1,7 @@
 #include "imaging/PngFilters.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <cstring>
 
@@ -12,14 +13,38 @@ namespace kelvane {
 namespace {
 
 // Each filter adds to a byte what it predicts from the byte to the left in the pixel before, the one above, and the one
-// above to the left; before the first pixel there are zeros.
+// above to the left; before the first pixel there are zeros. What the next pixel waits for stays in registers.
+
+// Walks over pixels of Step bytes. `predict(left, above, aboveLeft)` gives what is added to the byte at hand.
+template <std::size_t Step, class Predict>
+[[gnu::always_inline]] inline void UnfilterBy(const std::uint8_t* raw, const std::uint8_t* above, std::uint8_t* row,
+                                              std::size_t length, Predict&& predict) {
+  std::array<int, Step> left{};
+  std::array<int, Step> aboveLeft{};
+  for (std::size_t pixel = 0; pixel < length; pixel += Step) {
+    for (std::size_t i = 0; i < Step; ++i) {
+      const int up = above[pixel + i];
+      left[i] = static_cast<std::uint8_t>(raw[pixel + i] + predict(left[i], up, aboveLeft[i]));
+      aboveLeft[i] = up;
+      row[pixel + i] = static_cast<std::uint8_t>(left[i]);
+    }
+  }
+}
+
+// The same choice as the standard's, ties included, in few steps that no branch decides. With
+// t = 3 * aboveLeft - left - above the higher of left and above is nearest if t <= lower, else the lower one if
+// t >= higher, else aboveLeft.
+inline int NearestToGradient(int left, int above, int aboveLeft) {
+  const int t = 3 * aboveLeft - above - left;
+  const int lower = std::min(left, above);
+  const int higher = std::max(left, above);
+  const int notHigher = higher > t ? aboveLeft : lower;
+  return t > lower ? notHigher : higher;
+}
 
 template <std::size_t Step>
-void UnfilterSub(const std::uint8_t* raw, const std::uint8_t* /*above*/, std::uint8_t* row, std::size_t length) {
-  std::copy_n(raw, std::min(Step, length), row);
-  for (std::size_t i = Step; i < length; ++i) {
-    row[i] = static_cast<std::uint8_t>(raw[i] + row[i - Step]);
-  }
+void UnfilterSub(const std::uint8_t* raw, const std::uint8_t* above, std::uint8_t* row, std::size_t length) {
+  UnfilterBy<Step>(raw, above, row, length, [](int left, int, int) { return left; });
 }
 
 void UnfilterUp(const std::uint8_t* raw, const std::uint8_t* above, std::uint8_t* row, std::size_t length) {
@@ -30,22 +55,12 @@ void UnfilterUp(const std::uint8_t* raw, const std::uint8_t* above, std::uint8_t
 
 template <std::size_t Step>
 void UnfilterAverage(const std::uint8_t* raw, const std::uint8_t* above, std::uint8_t* row, std::size_t length) {
-  for (std::size_t i = 0; i < std::min(Step, length); ++i) {
-    row[i] = static_cast<std::uint8_t>(raw[i] + above[i] / 2);
-  }
-  for (std::size_t i = Step; i < length; ++i) {
-    row[i] = static_cast<std::uint8_t>(raw[i] + (row[i - Step] + above[i]) / 2);
-  }
+  UnfilterBy<Step>(raw, above, row, length, [](int left, int up, int) { return (left + up) / 2; });
 }
 
 template <std::size_t Step>
 void UnfilterPaeth(const std::uint8_t* raw, const std::uint8_t* above, std::uint8_t* row, std::size_t length) {
-  for (std::size_t i = 0; i < std::min(Step, length); ++i) {
-    row[i] = static_cast<std::uint8_t>(raw[i] + above[i]);
-  }
-  for (std::size_t i = Step; i < length; ++i) {
-    row[i] = static_cast<std::uint8_t>(raw[i] + PaethPredictor(row[i - Step], above[i], above[i - Step]));
-  }
+  UnfilterBy<Step>(raw, above, row, length, NearestToGradient);
 }
 
 template <std::size_t Step>
@@ -86,6 +101,22 @@ void UnfilterSubSse2(const std::uint8_t* raw, const std::uint8_t* /*above*/, std
   }
 }
 
+// Sixteen bytes at a time: each sums up those before it.
+void UnfilterSubBytesSse2(const std::uint8_t* raw, const std::uint8_t* /*above*/, std::uint8_t* row,
+                          std::size_t length) {
+  __m128i left = _mm_setzero_si128();
+  for (std::size_t i = 0; i < length; i += 16) {
+    __m128i sums = _mm_loadu_si128(reinterpret_cast<const __m128i*>(raw + i));
+    sums = _mm_add_epi8(sums, _mm_slli_si128(sums, 1));
+    sums = _mm_add_epi8(sums, _mm_slli_si128(sums, 2));
+    sums = _mm_add_epi8(sums, _mm_slli_si128(sums, 4));
+    sums = _mm_add_epi8(_mm_add_epi8(sums, _mm_slli_si128(sums, 8)), left);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(row + i), sums);
+    const __m128i last = _mm_unpackhi_epi8(sums, sums);
+    left = _mm_shuffle_epi32(_mm_shufflehi_epi16(last, 0xFF), 0xFF);
+  }
+}
+
 template <std::size_t Step>
 void UnfilterAverageSse2(const std::uint8_t* raw, const std::uint8_t* above, std::uint8_t* row, std::size_t length) {
   __m128i left = _mm_setzero_si128();
@@ -96,10 +127,7 @@ void UnfilterAverageSse2(const std::uint8_t* raw, const std::uint8_t* above, std
   }
 }
 
-// The predictor lies between the lower and the higher of left and above where these differ in their distance to it.
-// With t = 3 * aboveLeft - left - above: the higher one is nearest if t <= lower, else the lower one if t >= higher,
-// else aboveLeft. That is the same choice, ties included, in fewer steps from `left` on, for which the next pixel
-// waits.
+// As NearestToGradient; `tripleLessAbove` is what doesn't wait for `left`.
 inline __m128i PaethSse2(__m128i left, __m128i above, __m128i aboveLeft, __m128i tripleLessAbove) {
   const __m128i t = _mm_sub_epi16(tripleLessAbove, left);
   const __m128i lower = _mm_min_epi16(left, above);
@@ -126,6 +154,9 @@ void UnfilterPaethSse2(const std::uint8_t* raw, const std::uint8_t* above, std::
 
 template <std::size_t Step>
 constexpr PngFilters kSse2 = {UnfilterSubSse2<Step>, UnfilterUp, UnfilterAverageSse2<Step>, UnfilterPaethSse2<Step>};
+// A pixel of one byte is best added in the general registers, where there is less to wait for.
+template <>
+constexpr PngFilters kSse2<1> = {UnfilterSubBytesSse2, UnfilterUp, UnfilterAverage<1>, UnfilterPaeth<1>};
 
 #endif
 
@@ -172,10 +203,11 @@ PngFilters PngFiltersFor(std::int32_t sourceStep) {
     case 8:
       return kSse2<8>;
     default:
-      break;
+      return kSse2<1>;
   }
-#endif
+#else
   return PortablePngFiltersFor(sourceStep);
+#endif
 }
 
 }  // namespace kelvane
