@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <utility>
 
 namespace kelvane {
 namespace {
@@ -48,9 +49,17 @@ const std::uint8_t* PngRawRows::Take(std::size_t length) {
     left_ -= length;
     return taken;
   }
-  padded_.resize(std::max(padded_.size(), length + kPngRowSlack));
-  std::copy_n(next_, left_, padded_.begin());
-  std::fill(padded_.begin() + static_cast<std::ptrdiff_t>(left_), padded_.end(), std::uint8_t{0});
+  if (!stream_.Outcome().Succeeded()) {
+    return nullptr;
+  }
+  if (paddedRoom_ < length) {
+    padded_ = ZeroBytes(length + kPngRowSlack);
+    paddedRoom_ = length;
+  } else {
+    std::fill_n(padded_.data(), paddedBytes_, std::uint8_t{0});
+  }
+  std::copy_n(next_, left_, padded_.data());
+  paddedBytes_ = left_;
   left_ = 0;
   return padded_.data();
 }
@@ -60,7 +69,7 @@ bool PngRawRows::Finish() {
     left_ = 0;
     ReadMore();
   }
-  return !Failed();
+  return stream_.Outcome().Succeeded();
 }
 
 PngDecoder::PngDecoder(const PngFields& fields, InflateStream& stream)
@@ -86,14 +95,10 @@ bool PngDecoder::DecodeRows(c32bppDIB& image) {
 bool PngDecoder::DecodeNonInterlaced() {
   BeginRows(fields_.pngWidth);
   for (std::int32_t y = 0; y < fields_.pngHeight; ++y) {
-    if (rows_.OnlyZerosLeft()) {
-      bool converts = true;
-      if (!ZeroSamplesShow(converts)) {
-        return converts;
-      }
+    if (rows_.OnlyZerosLeft() && ZeroSamplesStayClear()) {
+      return true;
     }
-    TakeRow();
-    if (rows_.Failed() || !converter_.Convert(row_.data(), RowOfImage(y), static_cast<std::size_t>(fields_.pngWidth))) {
+    if (!TakeRow() || !converter_.Convert(row_.data(), RowOfImage(y), static_cast<std::size_t>(fields_.pngWidth))) {
       return false;
     }
   }
@@ -120,9 +125,8 @@ bool PngDecoder::DecodePass(const PngPass& pass, PngPassSize size) {
   Bytes converted(contiguous ? 0 : width * kPixelBytes);
   BeginRows(size.width);
   for (std::int32_t i = 0; i < size.height; ++i) {
-    TakeRow();
     // Unlike in an image that isn't interlaced, an unknown filter is refused.
-    if (rows_.Failed() || filter_ > kHighestFilter) {
+    if (!TakeRow() || filter_ > kHighestFilter) {
       return false;
     }
     std::uint8_t* const to =
@@ -139,15 +143,19 @@ bool PngDecoder::DecodePass(const PngPass& pass, PngPassSize size) {
 
 void PngDecoder::BeginRows(std::int32_t pixels) {
   rowBytes_ = static_cast<std::size_t>(RowBytesFor(pixels, bits_.sourceBits));
-  row_.assign(rowBytes_ + kPngRowSlack, 0);
-  above_.assign(rowBytes_ + kPngRowSlack, 0);
+  row_ = ZeroBytes(rowBytes_ + kPngRowSlack);
+  above_ = ZeroBytes(rowBytes_ + kPngRowSlack);
 }
 
-void PngDecoder::TakeRow() {
+bool PngDecoder::TakeRow() {
   const std::uint8_t* const raw = rows_.Take(rowBytes_ + 1);
-  row_.swap(above_);
+  if (!raw) {
+    return false;
+  }
+  std::swap(row_, above_);
   filter_ = raw[0];
   Unfilter(filter_, raw + 1);
+  return true;
 }
 
 void PngDecoder::Unfilter(std::uint8_t filter, const std::uint8_t* raw) {
@@ -165,11 +173,10 @@ void PngDecoder::Unfilter(std::uint8_t filter, const std::uint8_t* raw) {
   }
 }
 
-bool PngDecoder::ZeroSamplesShow(bool& converts) const {
+bool PngDecoder::ZeroSamplesStayClear() const {
   const std::array<std::uint8_t, 8 + kPngRowSlack> samples{};
   std::array<std::uint8_t, kPixelBytes> pixel{};
-  converts = converter_.Convert(samples.data(), pixel.data(), 1);
-  return converts && pixel != std::array<std::uint8_t, kPixelBytes>{};
+  return converter_.Convert(samples.data(), pixel.data(), 1) && pixel == std::array<std::uint8_t, kPixelBytes>{};
 }
 
 std::uint8_t* PngDecoder::RowOfImage(std::int32_t y) const {

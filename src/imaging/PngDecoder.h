@@ -10,6 +10,7 @@
 #include "imaging/PngFields.h"
 #include "imaging/PngFilters.h"
 #include "imaging/PngPixels.h"
+#include "imaging/ZeroBytes.h"
 #include "imaging/c32bppDIB.h"
 
 namespace kelvane {
@@ -19,12 +20,11 @@ class PngRawRows {
  public:
   explicit PngRawRows(InflateStream& stream) : stream_(stream) {}
 
-  // The next `length` bytes, valid until the next call, and kPngRowSlack bytes behind them that may be read.
+  // The next `length` bytes, valid until the next call, and kPngRowSlack bytes behind them that may be read. Null where
+  // the stream ends before and has failed.
   const std::uint8_t* Take(std::size_t length);
   // The stream has ended and all that it yielded was taken.
   [[nodiscard]] bool OnlyZerosLeft() const { return ended_ && left_ == 0; }
-  // The stream has ended, and not well.
-  [[nodiscard]] bool Failed() const { return ended_ && !stream_.Outcome().Succeeded(); }
   // Passes over what is left; true if the stream ends well.
   bool Finish();
 
@@ -35,7 +35,10 @@ class PngRawRows {
   const std::uint8_t* next_ = nullptr;
   std::size_t left_ = 0;
   bool ended_ = false;
-  Bytes padded_;
+  // The last bytes of the stream with zeros behind them, and how many these bytes are and it has room for.
+  ZeroBytes padded_;
+  std::size_t paddedBytes_ = 0;
+  std::size_t paddedRoom_ = 0;
 };
 
 enum class PngDecodeResult { Done, InflateFailed, ConversionFailed };
@@ -56,10 +59,11 @@ class PngDecoder {
   bool DecodeInterlaced();
   bool DecodePass(const PngPass& pass, PngPassSize size);
   void BeginRows(std::int32_t pixels);
-  void TakeRow();
+  // False where the stream fails.
+  bool TakeRow();
   void Unfilter(std::uint8_t filter, const std::uint8_t* raw);
-  // Whether pixels of samples 0 are anything but zero bytes. False in `converts` if they have no colour.
-  bool ZeroSamplesShow(bool& converts) const;
+  // Whether pixels of samples 0 are zero bytes, as the image is before it is drawn.
+  [[nodiscard]] bool ZeroSamplesStayClear() const;
   [[nodiscard]] std::uint8_t* RowOfImage(std::int32_t y) const;
 
   const PngFields& fields_;
@@ -72,8 +76,8 @@ class PngDecoder {
   // The row at hand and the one above it, without their filter bytes.
   std::size_t rowBytes_ = 0;
   std::uint8_t filter_ = 0;
-  Bytes row_;
-  Bytes above_;
+  ZeroBytes row_;
+  ZeroBytes above_;
 };
 
 }  // namespace kelvane

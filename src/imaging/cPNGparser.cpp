@@ -71,6 +71,9 @@ bool cPNGparser::LoadFile(const std::filesystem::path& fileName, c32bppDIB& cHos
 }
 
 bool cPNGparser::ParsePngSource(PngChunkSource& source) {
+  if (LoadWithGdiPlus()) {
+    return true;
+  }
   fields_.transColour = -1;
   ImageData data;
   data.arraySize = source.Length() / 2 + 1;

@@ -49,6 +49,8 @@ class cPNGparser {
   };
 
   bool ParsePngSource(PngChunkSource& source);
+  // The platform's own decoder would come first; this platform has none.
+  [[nodiscard]] static bool LoadWithGdiPlus() { return false; }
   bool ReadChunks(PngChunkSource& source, ImageData& data);
   void ReadIhdr(const PngChunk& chunk);
   void ReadPlte(const PngChunk& chunk);

@@ -424,6 +424,11 @@ TEST(PngIhdr, AHeaderThatPromisesGigabytesCostsNoMoreThanItsFailure) {
     ExpectRefusedUntouched(
         {PngChunkOf("IHDR", PngHeaderData(20000, 20000, 8, 6, interlaceMethod)), PngChunkOf("IDAT", broken), Iend()});
   }
+  // One row of half a gigabyte, and a stream that breaks off at once.
+  for (const std::uint8_t interlaceMethod : Values{0, 1}) {
+    ExpectRefusedUntouched({PngChunkOf("IHDR", PngHeaderData(33000000, 2, 16, 6, interlaceMethod)),
+                            PngChunkOf("IDAT", Bytes{0x78, 0x9C, 0x07}), Iend()});
+  }
 #if !defined(__SANITIZE_ADDRESS__)
   EXPECT_LT(MostMemoryUsed() - before, 32 * 1024);
 #endif
