@@ -5,6 +5,7 @@
 #include <cstring>
 #include <vector>
 
+#include "common/FileWriter.h"
 #include "common/Files.h"
 #include "common/Int16.h"
 #include "common/RuntimeFailure.h"
@@ -146,8 +147,10 @@ bool GimBytesToBitmap(ByteView gim, const std::filesystem::path& dstPath, bool f
   try {
     const GimConversion conversion = GimToBitmap(gim, force32);
     if (conversion.written) {
-      DeleteFileIfThere(dstPath);
-      WriteWholeFile(dstPath, *conversion.written);
+      FileWriter destination;
+      destination.Replace(dstPath);
+      destination.Write(*conversion.written);
+      destination.Close();
     }
     return conversion.ok;
   } catch (...) {

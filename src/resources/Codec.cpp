@@ -110,8 +110,8 @@ bool DecompressHeldFile(ByteView source, const fs::path& srcPath, const fs::path
     CopyWholeFile(srcPath, dstPath);
     return true;
   }
-  DeleteFileIfThere(dstPath);
-  FileWriter destination(dstPath);
+  FileWriter destination;
+  destination.Replace(dstPath);
   const bool result = InflateChunks(source, [&](ByteView chunk) {
     destination.Write(chunk);
     if (also) {
@@ -131,8 +131,8 @@ bool CompressFile(const fs::path& srcPath, const fs::path& dstPath, Int16 level)
     if (!wrapper) {
       return false;
     }
-    DeleteFileIfThere(dstPath);
-    FileWriter destination(dstPath);
+    FileWriter destination;
+    destination.Replace(dstPath);
     destination.Write(*wrapper);
     destination.Close();
     return true;

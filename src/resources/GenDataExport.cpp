@@ -35,8 +35,10 @@ void DeleteTarget(const Mod& mod, const fs::path& path) {
 }
 
 void OpenTarget(const Mod& mod, FileWriter& target, const fs::path& path) {
-  RequireNotOpenFile(mod, path);
-  target.Open(path);
+  if (!target.IsOpen()) {
+    RequireNotOpenFile(mod, path);
+    target.Open(path);
+  }
 }
 
 fs::path WithSuffix(fs::path path, const char* suffix) {
@@ -115,7 +117,12 @@ void GenDataExporter::CopyToTarget(Statements& run, FileWriter& target, std::int
 void GenDataExporter::ExportWhole(Statements& run, const fs::path& path, Int16 index) {
   FileWriter target;
   std::int32_t size = 0;
-  run([&] { DeleteTarget(mod_, path); });
+  run([&] {
+    // Where nothing has the name there is nothing to delete, and the file is made at once.
+    if (!target.OpenNew(path)) {
+      DeleteTarget(mod_, path);
+    }
+  });
   run([&] { OpenTarget(mod_, target, path); });
   run([&] { size = Record(index).dataSize; });
   CopyToTarget(run, target, size, [&] { return GetGenDataPos(document_, index); });
