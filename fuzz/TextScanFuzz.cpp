@@ -56,8 +56,8 @@ void ReadTexts(RcoFile& file, const RcoDocument& document) {
 // Whether what the change writes lies where nothing else of the text tables does: then the file must read as the
 // records in memory say.
 bool IsWellOrdered(const RcoFile& file, const RcoDocument& document) {
-  const std::int64_t recordsEnd =
-      std::int64_t{document.langPos.back()} + rco::langRecords + document.textCount.Int() * rco::kTextRecSize;
+  const std::int64_t recordsEnd = std::int64_t{document.langPos.back()} + rco::langRecords +
+                                  std::int64_t{document.textCount.Int()} * rco::kTextRecSize;
   if (document.langPos.front() < rco::kHeaderSize || recordsEnd > document.textDataBase) {
     return false;
   }

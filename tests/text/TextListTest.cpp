@@ -64,8 +64,8 @@ TEST(GetTextString, ALengthOf0OrLessIsTheEmptyStringAndTheOffsetIsntUsed) {
 TEST(GetTextString, WhatLiesBeyondTheEndOfTheFileIsNulsAndAnOddLastByteIsLeftOut) {
   const auto built = ThreeTexts();
   Bytes content = built.bytes;
-  content.resize(
-      static_cast<std::size_t>(built.layout.textData.offset + built.layout.languages[1].texts[2].offset + 2));
+  const std::int32_t no = built.layout.textData.offset + built.layout.languages[1].texts[2].offset;
+  content.resize(static_cast<std::size_t>(no) + 2);
   OpenTexts open(content);
   EXPECT_EQ(GetTextString(open.mod, open.document, Int16(2), Int16(1)), u"N\0\0\0"s);
   open.document.textRsc[1][0].textLength = 5;

@@ -12,7 +12,6 @@ using test::NoText;
 using test::NumberOf;
 using test::OpenTexts;
 using test::RcoBuilder;
-using test::ScanTexts;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
@@ -21,7 +20,7 @@ constexpr std::uint32_t kEnglish = 0x10001;
 constexpr std::uint32_t kFrench = 0x10002;
 
 // Two texts in these languages.
-RcoBuilder TwoTexts(std::vector<std::uint32_t> codes) {
+RcoBuilder TwoTexts(const std::vector<std::uint32_t>& codes) {
   RcoBuilder b;
   for (const std::uint32_t code : codes) {
     b.AddLanguage(code);
