@@ -3,4 +3,4 @@
 build_packages=(g++ cmake ninja-build qt6-base-dev libgl-dev zlib1g-dev libcli11-dev nlohmann-json3-dev libgtest-dev
   libgmock-dev libpng-dev)
 run_packages=(fonts-wqy-zenhei)
-bench_packages=(libbenchmark-dev libspng-dev libstb-dev)
+bench_packages=(libbenchmark-dev libspng-dev libstb-dev pkg-config)
