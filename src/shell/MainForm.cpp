@@ -11,6 +11,7 @@
 #include "shell/PageTab.h"
 #include "shell/TextTab.h"
 #include "shell/frmOpt.h"
+#include "shell/frmOther.h"
 
 namespace kelvane {
 
@@ -54,7 +55,15 @@ void MainForm::AddFrame() {
   connect(options, &QPushButton::clicked, this,
           [this] { frmOpt(this, editor_.State(), SettingsPath(editor_.State(), executable_)).exec(); });
   AddButton(this, "cmdUtil", "    Tools...", Drawing::Tools);
-  AddButton(this, "cmdOther", "   Random Info...", Drawing::RandomInfo);
+  QPushButton* other = AddButton(this, "cmdOther", "   Random Info...", Drawing::RandomInfo);
+  connect(other, &QPushButton::clicked, this, [this] {
+    runner_.Run([this](Editor& editor) {
+      const std::optional<RandomInfo> info = editor.cmdOther();
+      if (info) {
+        frmOther(this, *info).exec();
+      }
+    });
+  });
   QLabel* website = AddLabel(this, "lblWebsite", "Kelvane Editor " KELVANE_VERSION);
   website->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   website->setEnabled(false);

@@ -14,6 +14,7 @@ PageTab::PageTab(QWidget* form, EditorRunner& runner) : TabPage(2, "lstPage", fo
   lstPageData_ = new ListBox("lstPageData", this);
   lstPageData_->installEventFilter(this);
   cmdPageChange_ = AddButton(this, "cmdPageChange", "更改数值");
+  Connect();
 }
 
 void PageTab::AddPositionBlock() {
@@ -45,7 +46,23 @@ void PageTab::AddPositionBlock() {
     txtPageOpt_[i] = AddTextBox(picPagePos_, IndexedName("txtPageOpt", static_cast<int>(i)));
     txtPageOpt_[i]->installEventFilter(this);
   }
-  AddButton(picPagePos_, "cmdPagePosChange", "Set");
+  cmdPagePosChange_ = AddButton(picPagePos_, "cmdPagePosChange", "Set");
+}
+
+void PageTab::Connect() {
+  RunOnChoice(List(), &Editor::lstPage_Click);
+  RunOnChoice(lstPageData_, &Editor::lstPageData_Click);
+  RunOnClick(cmdPageChange_, [](Editor& editor) { editor.cmdPageChange(); });
+  connect(lstPageData_, &ListBox::DoubleClicked, cmdPageChange_, &QAbstractButton::click);
+  RunOnClick(cmdPagePosChange_, [this](Editor& editor) { editor.cmdPagePosChange(TypedPositions()); });
+}
+
+std::array<std::string, 13> PageTab::TypedPositions() const {
+  std::array<std::string, 13> typed;
+  for (std::size_t i = 0; i < typed.size(); ++i) {
+    typed[i] = txtPageOpt_[i]->text().toStdString();
+  }
+  return typed;
 }
 
 void PageTab::Refresh(const RcoDocument& document) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <string>
 
 #include "shell/TabPage.h"
 
@@ -21,11 +22,14 @@ class PageTab : public TabPage {
 
  private:
   void AddPositionBlock();
+  void Connect();
+  [[nodiscard]] std::array<std::string, 13> TypedPositions() const;
 
   ListBox* lstPageData_;
   QWidget* picPagePos_;
   std::array<QLineEdit*, 13> txtPageOpt_{};
   QPushButton* cmdPageChange_;
+  QPushButton* cmdPagePosChange_;
   unsigned shownPositions_ = 0;
 };
 

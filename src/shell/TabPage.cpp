@@ -18,9 +18,13 @@ void TabPage::setVisible(bool visible) {
 
 void TabPage::ShowExpert(bool /*expert*/) {}
 
-void TabPage::RunOnClick(QAbstractButton* button, void (Editor::*command)()) {
-  connect(button, &QAbstractButton::clicked, this,
-          [this, command] { runner_.Run([command](Editor& editor) { (editor.*command)(); }); });
+void TabPage::RunOnClick(QAbstractButton* button, const Command& command) {
+  connect(button, &QAbstractButton::clicked, this, [this, command] { runner_.Run(command); });
+}
+
+void TabPage::RunOnChoice(ListBox* list, void (Editor::*command)(int row)) {
+  connect(list, &ListBox::RowChosen, this,
+          [this, command](int row) { runner_.Run([command, row](Editor& editor) { (editor.*command)(row); }); });
 }
 
 }  // namespace kelvane

@@ -29,8 +29,10 @@ class TabPage : public QWidget {
   void WantsDefault(QString button);
 
  protected:
-  // Makes a click on the button run the command.
-  void RunOnClick(QAbstractButton* button, void (Editor::*command)());
+  using Command = std::function<void(Editor&)>;
+  // Makes a click on the button run the command, and the choice of a row the one that takes it.
+  void RunOnClick(QAbstractButton* button, const Command& command);
+  void RunOnChoice(ListBox* list, void (Editor::*command)(int row));
 
   EditorRunner& runner_;
 

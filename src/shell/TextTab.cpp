@@ -26,30 +26,23 @@ TextTab::TextTab(QWidget* form, EditorRunner& runner) : TabPage(1, "lstText", fo
 }
 
 void TextTab::Connect() {
-  connect(List(), &ListBox::RowChosen, this,
-          [this](int row) { runner_.Run([row](Editor& editor) { editor.lstText_Click(row); }); });
+  RunOnChoice(List(), &Editor::lstText_Click);
   connect(cboTextLang_, &QComboBox::activated, this,
           [this](int row) { runner_.Run([row](Editor& editor) { editor.cboTextLang_Click(row); }); });
-  connect(cmdTextChange_, &QPushButton::clicked, this,
-          [this] { runner_.Run([this](Editor& editor) { editor.cmdTextChange(txt_->Text()); }); });
-  connect(cmdTextReset_, &QPushButton::clicked, this,
-          [this] { runner_.Run([](Editor& editor) { editor.cmdTextReset(); }); });
-  connect(cmdTextSearch_, &QPushButton::clicked, this,
-          [this] { runner_.Run([](Editor& editor) { editor.cmdTextSearch(); }); });
-  connect(cmdTextRscAdd_, &QPushButton::clicked, this, &TextTab::AddText);
+  RunOnClick(cmdTextChange_, [this](Editor& editor) { editor.cmdTextChange(txt_->Text()); });
+  RunOnClick(cmdTextReset_, [](Editor& editor) { editor.cmdTextReset(); });
+  RunOnClick(cmdTextSearch_, [](Editor& editor) { editor.cmdTextSearch(); });
+  RunOnClick(cmdTextRscAdd_, [this](Editor& editor) { AddText(editor); });
 }
 
-void TextTab::AddText() {
-  runner_.Run([this](Editor& editor) {
-    const std::optional<std::string> position = editor.cmdTextRscAdd();
-    if (position) {
-      frmAddText(window(), editor.Document().lstText.Count(), *position,
-                 [&editor](const std::string& label, const std::string& typed) {
-                   return editor.frmAddText_cmdOK(label, typed);
-                 })
-          .exec();
-    }
-  });
+void TextTab::AddText(Editor& editor) {
+  const std::optional<std::string> position = editor.cmdTextRscAdd();
+  if (position) {
+    frmAddText(
+        window(), editor.Document().lstText.Count(), *position,
+        [&editor](const std::string& label, const std::string& typed) { return editor.frmAddText_cmdOK(label, typed); })
+        .exec();
+  }
 }
 
 void TextTab::Refresh(const RcoDocument& document) {

@@ -20,7 +20,7 @@ class TextTab : public TabPage {
 
  private:
   void Connect();
-  void AddText();
+  void AddText(Editor& editor);
   void ShowLanguages(const ListLines& languages);
   void ShowText(const TextDisplay& display);
 

@@ -1,0 +1,190 @@
+// The pages' and the animations' tab, with real keys and clicks.
+#include <QLineEdit>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+#include "common/Bytes.h"
+#include "common/Files.h"
+#include "shell/ListBox.h"
+#include "shell/WindowFixture.h"
+
+namespace kelvane::test {
+namespace {
+
+class EntryTabsTest : public WindowFixture {
+ protected:
+  EntryTabsTest() {
+    RcoBuilder builder;
+    builder.AddImage({.label = "tex_a", .data = Bytes(8)});
+    builder.AddEvent("native:/go");
+    builder.AddPage({.label = "page_main",
+                     .body = {0x111, 1.5F, EventRef("native:/go"), BlankRef(), 2.5F},
+                     .children = {{.label = "plane_a",
+                                   .entryClass = 2,
+                                   .position = {{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12.5F}},
+                                   .body = {0x20}}}});
+    builder.AddAnimation({.label = "anim_in", .body = {7, 0.5F}});
+    built = builder.Build();
+    path = folder.Write("entries.rco", built.bytes);
+  }
+
+  void Open(int tab) {
+    Start(path.string());
+    ClickTab(tab);
+  }
+  void ClickRow(const char* name, int row) {
+    auto* list = Find<ListBox>(name);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(row, 0)).center());
+  }
+  void DoubleClickRow(const char* name, int row) {
+    ClickRow(name, row);
+    auto* list = Find<ListBox>(name);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(row, 0)).center());
+  }
+  QStringList Rows(const char* name) {
+    QStringList rows;
+    const auto* model = Find<ListBox>(name)->model();
+    for (int row = 0; row < model->rowCount(); ++row) {
+      rows << model->index(row, 0).data().toString();
+    }
+    return rows;
+  }
+  std::uint32_t WordInFile(const EntryPlace& entry, int word) {
+    return static_cast<std::uint32_t>(
+        ReadI32(ReadWholeFile(path), static_cast<std::size_t>(entry.entry + 40 + word * 4)));
+  }
+  QLineEdit* Box(int index) { return Find<QLineEdit>(("txtPageOpt(" + std::to_string(index) + ")").c_str()); }
+
+  BuiltRco built;
+  std::filesystem::path path;
+};
+
+TEST_F(EntryTabsTest, NothingIsEnabledWithoutASelection) {
+  Open(2);
+  EXPECT_FALSE(Find("lstPageData")->isEnabled());
+  EXPECT_FALSE(Find("cmdPageChange")->isEnabled());
+  EXPECT_FALSE(Find("picPagePos")->isVisible());
+  ClickTab(3);
+  EXPECT_FALSE(Find("lstAnimData")->isEnabled());
+  EXPECT_FALSE(Find("cmdAnimChange")->isEnabled());
+}
+
+TEST_F(EntryTabsTest, PageWithoutAPositionBlockListsItsWordsFromTheTop) {
+  Open(2);
+  ClickRow("lstPage", 0);
+  EXPECT_EQ(Rows("lstPageData"), (QStringList{"0x00000111", "1.5", "[event] native:/go", "[blank]", "2.5"}));
+  EXPECT_FALSE(Find("picPagePos")->isVisible());
+  EXPECT_EQ(Find("lstPageData")->geometry(), QRect(355, 4, 237, 370));
+  EXPECT_TRUE(Find("cmdPageChange")->isEnabled());
+}
+
+TEST_F(EntryTabsTest, PositionBlockShowsAboveTheList) {
+  Open(2);
+  ClickRow("lstPage", 1);
+  EXPECT_TRUE(Find("picPagePos")->isVisible());
+  EXPECT_EQ(Find("lstPageData")->geometry(), QRect(355, 204, 237, 177));
+  EXPECT_EQ(Rows("lstPageData"), QStringList{"0x00000020"});
+  for (int i = 0; i < 12; ++i) {
+    EXPECT_EQ(Box(i)->text(), QString::number(i));
+  }
+  EXPECT_EQ(Box(12)->text(), "12.5");
+  ClickRow("lstPage", 0);
+  EXPECT_FALSE(Find("picPagePos")->isVisible());
+  EXPECT_EQ(Find("lstPageData")->geometry(), QRect(355, 4, 237, 370));
+}
+
+TEST_F(EntryTabsTest, HexadecimalRowChangesThroughItsDialogAndTheNextRowIsSelected) {
+  Open(2);
+  ClickRow("lstPage", 0);
+  ClickRow("lstPageData", 0);
+  prompts.ExpectEditVal("00000111", "00000222");
+  Click("cmdPageChange");
+  EXPECT_EQ(WordInFile(built.layout.pages[0], 0), 0x222U);
+  EXPECT_EQ(Rows("lstPageData")[0], "0x00000222");
+  EXPECT_EQ(Find<ListBox>("lstPageData")->Row(), 1);
+}
+
+TEST_F(EntryTabsTest, EnterInTheListOfWordsChangesTheSelectedOne) {
+  Open(2);
+  ClickRow("lstPage", 0);
+  ClickRow("lstPageData", 1);
+  prompts.ExpectInput("输入新数值", "1.5", "-4");
+  Press(Qt::Key_Return);
+  EXPECT_EQ(Rows("lstPageData")[1], "-4");
+  EXPECT_EQ(WordInFile(built.layout.pages[0], 1), 0xC0800000U);
+}
+
+TEST_F(EntryTabsTest, DoubleClickOnAReferenceOpensItsList) {
+  Open(2);
+  ClickRow("lstPage", 0);
+  prompts.ExpectEditList({"native:/go"}, 0, std::nullopt);
+  DoubleClickRow("lstPageData", 2);
+  EXPECT_EQ(ReadWholeFile(path), built.bytes) << "cancelled";
+}
+
+TEST_F(EntryTabsTest, BlankRowIsOnlyTold) {
+  Open(2);
+  ClickRow("lstPage", 0);
+  ClickRow("lstPageData", 3);
+  prompts.ExpectTell("Not much can be done with a blank entry... :S", Icon::Information);
+  Click("cmdPageChange");
+  EXPECT_EQ(ReadWholeFile(path), built.bytes);
+}
+
+TEST_F(EntryTabsTest, EnterInABoxSetsTheWholePositionBlock) {
+  Open(2);
+  ClickRow("lstPage", 1);
+  Box(3)->setFocus();
+  Box(3)->selectAll();
+  QTest::keyClicks(Box(3), "0.25");
+  Press(Qt::Key_Return);
+  const EntryPlace& plane = built.layout.pages[1];
+  EXPECT_EQ(WordInFile(plane, 3), 0x3E800000U);
+  EXPECT_EQ(WordInFile(plane, 12), 0x41480000U);
+  EXPECT_EQ(WordInFile(plane, 13), 0x20U);
+  EXPECT_EQ(Box(3)->text(), "0.25") << "the boxes keep what was typed";
+}
+
+TEST_F(EntryTabsTest, AnimationsListTheirWordsAndChangeThem) {
+  Open(3);
+  ClickRow("lstAnim", 0);
+  EXPECT_EQ(Rows("lstAnimData"), (QStringList{"0x00000007", "0.5"}));
+  prompts.ExpectEditVal("00000007", "0000000A");
+  DoubleClickRow("lstAnimData", 0);
+  EXPECT_EQ(Rows("lstAnimData")[0], "0x0000000A");
+  EXPECT_EQ(Find<ListBox>("lstAnimData")->Row(), 1);
+  prompts.ExpectInput("输入新数值", "0.5", "1");
+  Press(Qt::Key_Return);  // the tab's default button
+  EXPECT_EQ(WordInFile(built.layout.animEntries[0], 0), 0xAU);
+  EXPECT_EQ(WordInFile(built.layout.animEntries[0], 1), 0x3F800000U);
+  EXPECT_EQ(Find<ListBox>("lstAnimData")->Row(), 1) << "the last row stays selected";
+}
+
+TEST_F(EntryTabsTest, RandomInfoNeedsAnOpenFile) {
+  Start("expert");
+  prompts.ExpectTell("Must have a file loaded to use this feature!", Icon::Exclamation);
+  Click("cmdOther");
+}
+
+TEST_F(EntryTabsTest, RandomInfoListsTheOpenFile) {
+  WriteWholeFile(folder / "program/kelvane-editor.ini",
+                 Bytes{'E', 'x', 'p', 'e', 'r', 't', 'M', 'o', 'd', 'e', '=', '1'});
+  Start(path.string());
+  QTimer::singleShot(50, [] {
+    auto* dialog = QApplication::activeModalWidget();
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(dialog->objectName(), "frmOther");
+    const auto first = [&](const char* list) {
+      return dialog->findChild<ListBox*>(list)->model()->index(0, 0).data().toString();
+    };
+    EXPECT_EQ(first("lstPage"), "page_main");
+    EXPECT_EQ(first("lstAnim"), "anim_in");
+    EXPECT_EQ(first("lstNative"), "native:/go");
+    EXPECT_EQ(first("lstLabel"), "tex_a");
+    dialog->findChild<QPushButton*>("cmdClose")->click();
+  });
+  Click("cmdOther");
+}
+
+}  // namespace
+}  // namespace kelvane::test
