@@ -8,6 +8,7 @@
 
 #include "common/Files.h"
 #include "gim/BmpHeader.h"
+#include "gim/ColourFinder.h"
 #include "gim/GimFormat.h"
 #include "gim/GimHeads.h"
 #include "gim/GimPadding.h"
@@ -139,24 +140,18 @@ std::optional<Bytes> IndexPixels(ByteView pixels, std::size_t count, std::vector
                                  Int16& palCount) {
   Bytes indexes = AllocateBytes(static_cast<std::int64_t>(count));
   ColourFinder finder(palette, palCount);
-  std::uint32_t last = 0;
-  std::uint8_t index = 0;
-  for (std::size_t i = 0; i < count; ++i) {
-    std::uint32_t pixel = 0;
-    const std::size_t at = i * 4;
-    if (at + 4 <= pixels.size()) {
-      std::memcpy(&pixel, pixels.data() + at, 4);
-    } else if (at < pixels.size()) {
-      std::memcpy(&pixel, pixels.data() + at, pixels.size() - at);
-    }
-    if (i == 0 || pixel != last) {
-      index = static_cast<std::uint8_t>(finder.FindOrAdd(pixel).Value());
-      if (palCount >= kPaletteColours) {
-        return std::nullopt;
-      }
-      last = pixel;
-    }
-    indexes[i] = index;
+  const std::size_t whole = std::min(count, pixels.size() / 4);
+  if (!finder.FindOrAddAll(pixels.first(whole * 4), kPaletteColours - 1, indexes)) {
+    return std::nullopt;
+  }
+  const auto rest = std::span(indexes).subspan(whole);
+  const std::size_t missing = std::min(rest.size(), kMissingPixels);
+  const auto tail = MissingPixels(pixels, whole);
+  if (!finder.FindOrAddAll(ByteView(tail).first(missing * 4), kPaletteColours - 1, rest)) {
+    return std::nullopt;
+  }
+  if (rest.size() > missing) {
+    std::fill(rest.begin() + kMissingPixels, rest.end(), rest[kMissingPixels - 1]);
   }
   return indexes;
 }

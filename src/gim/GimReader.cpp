@@ -45,14 +45,16 @@ void ReadImageBlock(ByteCursor& source, const BlockHead& head, GimPicture& pictu
   picture.height = ReadI16(head, gim::infoHeight);
   const Int16 pitchAlign = ReadI16(head, gim::infoPitchAlign);
   const Int16 pixelOrder = ReadI16(head, gim::infoPixelOrder);
+  if (picture.width < 1 || picture.height < 1) {
+    throw RuntimeFailure(FailureCode::SubscriptOutOfRange);
+  }
   const GimPadding padding = ComputeGimPadding(picture.width, picture.height, pitchAlign, pixelOrder, picture.bits);
 
   const double bytesOfRow = picture.bits.Int() / 8.0 * padding.paddedWidth.Int();
   GimPixels& pixels = picture.pixels;
   pixels.rowBytes = RoundToInt16(RoundToInt32(bytesOfRow - 1) + 1).Int();
   pixels.tileWidth = pixelOrder == 0 ? 0 : pitchAlign.Int();
-  if (pixels.rowBytes < 1 || padding.paddedHeight < 1 ||
-      (pixels.tileWidth != 0 && pixels.rowBytes % pixels.tileWidth != 0)) {
+  if (pixels.rowBytes < 1 || (pixels.tileWidth != 0 && pixels.rowBytes % pixels.tileWidth != 0)) {
     throw RuntimeFailure(FailureCode::SubscriptOutOfRange);
   }
   const std::int64_t dataBytes = std::int64_t{padding.paddedHeight.Int()} * pixels.rowBytes;

@@ -1,10 +1,10 @@
 #include "gim/Palette.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "common/Files.h"
 #include "gim/ByteCursor.h"
+#include "gim/ColourFinder.h"
 
 namespace kelvane {
 
@@ -20,46 +20,43 @@ std::int32_t PixelsOf(const BitmapHeader& header) {
   return CheckedInt32(std::int64_t{header.biWidth} * header.biHeight);
 }
 
-// The pixel that `bytes` begin with; what is missing is zero.
-std::uint32_t PixelAt(ByteView bytes) {
-  std::uint32_t pixel = 0;
-  std::memcpy(&pixel, bytes.data(), std::min<std::size_t>(bytes.size(), 4));
-  return pixel;
-}
+// How many pixels are counted at a time.
+constexpr std::int64_t kChunkPixels = 8192;
 
-// Calls `visit` for the pixels in their order, a run of like ones once, until it answers false. Behind the end of
-// `bytes` all pixels are 0, however many are wanted.
-template <class Visit>
-void VisitColours(ByteView bytes, std::int64_t pixels, Visit&& visit) {
-  if (pixels < 1) {
-    return;
-  }
-  const std::int64_t there = std::min(pixels, static_cast<std::int64_t>((bytes.size() + 3) / 4));
-  std::uint32_t last = 0;
-  for (std::int64_t i = 0; i < there; ++i) {
-    const std::uint32_t pixel = PixelAt(bytes.subspan(static_cast<std::size_t>(i) * 4));
-    if ((i == 0 || pixel != last) && !visit(pixel)) {
+// Counts the colours of the first `pixels` pixels until there are more than a palette holds.
+void CountColours(ByteView bytes, std::int64_t pixels, ColourFinder& finder) {
+  const std::int64_t whole = std::clamp<std::int64_t>(pixels, 0, static_cast<std::int64_t>(bytes.size() / 4));
+  Bytes indexes(kChunkPixels);
+  for (std::int64_t i = 0; i < whole; i += kChunkPixels) {
+    const std::int64_t chunk = std::min(kChunkPixels, whole - i);
+    if (!finder.FindOrAddAll(bytes.subspan(static_cast<std::size_t>(i * 4), static_cast<std::size_t>(chunk * 4)),
+                             kPaletteColours, indexes)) {
       return;
     }
-    last = pixel;
   }
-  if (there < pixels) {
-    visit(0);
-  }
+  // However many are missing, they are of two colours.
+  const std::int64_t missing = std::clamp<std::int64_t>(pixels - whole, 0, kMissingPixels);
+  const auto tail = MissingPixels(bytes, static_cast<std::size_t>(whole));
+  finder.FindOrAddAll(ByteView(tail).first(static_cast<std::size_t>(missing * 4)), kPaletteColours, indexes);
 }
 
 }  // namespace
 
 Int16 FindOrAddColour(std::uint32_t colour, std::vector<std::uint32_t>& palette, Int16& count) {
+  const std::size_t known = std::min(count < 1 ? 0 : count.Index(), palette.size());
+  const auto end = palette.begin() + static_cast<std::ptrdiff_t>(known);
+  const auto found = std::find(palette.begin(), end, colour);
+  if (found != end) {
+    return count < kPaletteColours ? Int16(found - palette.begin()) : Int16(0);
+  }
+  return AddColour(colour, palette, count);
+}
+
+Int16 AddColour(std::uint32_t colour, std::vector<std::uint32_t>& palette, Int16& count) {
   if (count < 1) {
     At(palette, 0) = colour;
     count = 1;
     return 0;
-  }
-  const auto end = palette.begin() + static_cast<std::ptrdiff_t>(std::min(count.Index(), palette.size()));
-  const auto found = std::find(palette.begin(), end, colour);
-  if (found != end) {
-    return count < kPaletteColours ? Int16(found - palette.begin()) : Int16(0);
   }
   Int16 result = 0;
   if (count < kPaletteColours) {
@@ -75,28 +72,6 @@ Int16 FindOrAddColour(std::uint32_t colour, std::vector<std::uint32_t>& palette,
   return result;
 }
 
-ColourFinder::ColourFinder(std::vector<std::uint32_t>& palette, Int16& count) : palette_(palette), count_(count) {
-  const std::int32_t known = std::min<std::int32_t>({count.Int(), kPaletteColours, static_cast<int>(palette.size())});
-  for (std::int32_t i = 0; i < known; ++i) {
-    Remember(palette[static_cast<std::size_t>(i)], i);
-  }
-}
-
-void ColourFinder::Remember(std::uint32_t colour, std::int32_t index) {
-  Slot& slot = slots_[SlotOf(colour)];
-  if (slot.index < 0) {  // of like entries the first counts
-    slot = {.colour = colour, .index = index};
-  }
-}
-
-Int16 ColourFinder::Add(std::uint32_t colour) {
-  const Int16 index = FindOrAddColour(colour, palette_, count_);
-  if (count_ <= kPaletteColours) {
-    Remember(colour, index.Int());
-  }
-  return index;
-}
-
 bool CountBitmapColours(ByteView bmp, Int16& colours) {
   const BitmapHeader header = ReadBitmapHeader(bmp);
   if (header.biBitCount == 4 || header.biBitCount == 8) {
@@ -109,11 +84,7 @@ bool CountBitmapColours(ByteView bmp, Int16& colours) {
   source.Skip(header.bfOffBits);
   std::vector<std::uint32_t> palette(kPaletteColours);
   ColourFinder finder(palette, colours);
-  const ByteView pixels = source.Take(source.Length());
-  VisitColours(pixels, PixelsOf(header), [&](std::uint32_t pixel) {
-    finder.FindOrAdd(pixel);
-    return colours <= kPaletteColours;
-  });
+  CountColours(source.Take(source.Length()), PixelsOf(header), finder);
   return true;
 }
 

@@ -4,8 +4,6 @@
 // only are of two colours.
 #pragma once
 
-#include <array>
-#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <vector>
@@ -28,46 +26,8 @@ inline constexpr std::int32_t kPaletteOverflowColours = 4096;
 // Failure 6 for a count above 32767.
 Int16 FindOrAddColour(std::uint32_t colour, std::vector<std::uint32_t>& palette, Int16& count);
 
-// FindOrAddColour for pixel after pixel: the same results, but what was found once is looked up in constant time. While
-// it lives, palette and count are changed through it only.
-class ColourFinder {
- public:
-  ColourFinder(std::vector<std::uint32_t>& palette, Int16& count);
-
-  Int16 FindOrAdd(std::uint32_t colour) {
-    if (count_ <= kPaletteColours) {
-      const Slot& slot = slots_[SlotOf(colour)];
-      if (slot.index >= 0) {
-        return count_ < kPaletteColours ? slot.index : 0;
-      }
-    }
-    return Add(colour);
-  }
-
- private:
-  struct Slot {
-    std::uint32_t colour = 0;
-    std::int32_t index = -1;
-  };
-  // Four times as many slots as colours.
-  static constexpr int kSlotBits = 10;
-  static constexpr std::size_t kSlots = std::size_t{1} << kSlotBits;
-
-  // The slot that holds `colour`, or the empty one where it belongs.
-  [[nodiscard]] std::size_t SlotOf(std::uint32_t colour) const {
-    std::size_t slot = colour * 0x9E3779B1U >> (32 - kSlotBits);
-    while (slots_[slot].index >= 0 && slots_[slot].colour != colour) {
-      slot = (slot + 1) % kSlots;
-    }
-    return slot;
-  }
-  void Remember(std::uint32_t colour, std::int32_t index);
-  Int16 Add(std::uint32_t colour);
-
-  std::vector<std::uint32_t>& palette_;
-  Int16& count_;
-  std::array<Slot, kSlots> slots_;
-};
+// What FindOrAddColour does with a colour that it didn't find.
+Int16 AddColour(std::uint32_t colour, std::vector<std::uint32_t>& palette, Int16& count);
 
 // Counts the colours of a bitmap from its bfOffBits on, `colours` going on from what it was: the exact count up to 256,
 // or a higher one as soon as there are more. 4 and 8 bits a pixel need no count, and `colours` stays. False for a depth

@@ -180,6 +180,14 @@ INSTANTIATE_TEST_SUITE_P(GimToBitmapFailure, HostileField,
                                          BadFields{"heightLowest", kHeight, -32768}),
                          [](const auto& test) { return test.param.what; });
 
+TEST(GimToBitmapFailure, NegativeFieldsDoNotCancelEachOther) {
+  Bytes gim = ImageOfFields(-16, 1, -8, 0);
+  WriteI16(gim, kPitchAlign, -16);
+  ExpectUntouched(gim);
+  WriteI16(gim, kWidth, 16);
+  ExpectUntouched(gim);
+}
+
 TEST(GimToBitmapFailure, TilesThatCutTheRowsEndAreFalse) {
   // 6 bytes hold 1.5 pixels, rounded to 2: rows of 8 bytes are no whole number of tiles.
   Bytes gim = ImageOfFields(1, 1, 32, 1);
