@@ -55,8 +55,8 @@ class RcoFile {
   // `target.size()` longs from `position` on.
   void ReadLongsAt(std::int64_t position, std::span<std::int32_t> target);
 
-  // Writing moves the position behind what was written; beyond the end the file grows, with zeros in a gap. Failure 7 for
-  // a gap that no memory is spent on (see kMaxArrayBytes).
+  // Writing moves the position behind what was written; beyond the end the file grows, with zeros in a gap. Failure 7
+  // for a gap that no memory is spent on (see kMaxArrayBytes).
   void Write(ByteView bytes);
   void WriteI32(std::int32_t value);
   void WriteI32At(std::int64_t position, std::int32_t value);
