@@ -16,7 +16,7 @@ constexpr std::uint32_t kMostCodeBits = 12;
 // How much is decoded ahead of what is read.
 constexpr std::size_t kBatch = 16384;
 // A string has at most 4096 bytes, and its last piece is written whole.
-constexpr std::size_t kRoomForString = 4096 + 4;
+constexpr std::size_t kRoomForString = 4096 + 8;
 // A code and the bits before it in its first byte.
 constexpr std::size_t kBytesOfCode = 3;
 
@@ -32,6 +32,17 @@ Bytes Join(ByteView subBlocks) {
   return data;
 }
 
+// Writes the 8 bytes of a piece, the lowest one first.
+void Store(std::uint8_t* target, std::uint64_t piece) {
+  if constexpr (std::endian::native == std::endian::little) {
+    std::memcpy(target, &piece, sizeof piece);
+  } else {
+    for (std::size_t i = 0; i < sizeof piece; ++i) {
+      target[i] = static_cast<std::uint8_t>(piece >> 8 * i);
+    }
+  }
+}
+
 }  // namespace
 
 GifLzw::GifLzw(std::int32_t codeSize, ByteView subBlocks) : data_(Join(subBlocks)), dataBits_(data_.size() * 8) {
@@ -41,11 +52,9 @@ GifLzw::GifLzw(std::int32_t codeSize, ByteView subBlocks) : data_(Join(subBlocks
   data_.resize(data_.size() + kBytesOfCode);
   clearCode_ = 1U << codeSize;
   for (std::uint32_t code = 0; code < clearCode_; ++code) {
-    const auto index = static_cast<std::uint8_t>(code);
-    strings_[code] = {.lastPiece = {index}, .before = 0, .length = 1};
-    firsts_[code] = index;
+    strings_[code] = {.lastPiece = code, .before = 0, .length = 1, .first = static_cast<std::uint8_t>(code)};
   }
-  Clear();
+  Clear(at_);
 }
 
 bool GifLzw::Read(std::span<std::uint8_t> target) {
@@ -61,10 +70,10 @@ bool GifLzw::Read(std::span<std::uint8_t> target) {
 }
 
 // Forgets all strings but those of one index.
-void GifLzw::Clear() {
-  codeBits_ = static_cast<std::uint32_t>(std::countr_zero(clearCode_)) + 1;
-  nextCode_ = clearCode_ + 2;
-  previous_ = kNone;
+void GifLzw::Clear(Progress& at) const {
+  at.codeBits = static_cast<std::uint32_t>(std::bit_width(clearCode_));
+  at.nextCode = clearCode_ + 2;
+  at.previous = kNone;
 }
 
 // Decodes until at least `enough` indexes can be read, or to the end.
@@ -75,65 +84,75 @@ void GifLzw::DecodeAhead(std::size_t enough) {
   std::memmove(decoded_.data(), decoded_.data() + read_, filled_ - read_);
   filled_ -= read_;
   read_ = 0;
-  while (!ended_ && filled_ < enough) {
-    ended_ = !DecodeCode();
+  // A copy, which the compiler can keep in registers.
+  Progress at = at_;
+  at.target = decoded_.data() + filled_;
+  const std::uint8_t* const end = decoded_.data() + enough;
+  while (!ended_ && at.target < end) {
+    ended_ = !DecodeCode(at);
   }
+  filled_ = static_cast<std::size_t>(at.target - decoded_.data());
+  at_ = at;
 }
 
 // False at the end.
-bool GifLzw::DecodeCode() {
-  if (bitPosition_ + codeBits_ > dataBits_) {
+inline bool GifLzw::DecodeCode(Progress& at) {
+  if (at.bitPosition + at.codeBits > dataBits_) {
     return false;
   }
-  const std::uint8_t* source = data_.data() + bitPosition_ / 8;
+  const std::uint8_t* const source = data_.data() + at.bitPosition / 8;
   const std::uint32_t bits = source[0] | std::uint32_t{source[1]} << 8 | std::uint32_t{source[2]} << 16;
-  const std::uint32_t code = bits >> bitPosition_ % 8 & ((1U << codeBits_) - 1);
-  bitPosition_ += codeBits_;
+  const std::uint32_t code = bits >> at.bitPosition % 8 & ((1U << at.codeBits) - 1);
+  at.bitPosition += at.codeBits;
   if (code == clearCode_) {
-    Clear();
+    Clear(at);
     return true;
   }
-  // The next code to be given out stands for the previous string and its own first index.
-  const bool isKnown = code < (previous_ == kNone ? clearCode_ : nextCode_) && code != clearCode_ + 1;
-  const bool isNext = previous_ != kNone && code == nextCode_ && nextCode_ < kMostCodes;
-  if (!isKnown && !isNext) {
-    return false;
+  if (at.previous == kNone) {
+    // Only single indexes are known.
+    if (code > clearCode_) {
+      return false;
+    }
+  } else {
+    // The next code to be given out stands for the previous string and its own first index.
+    const bool isNext = code == at.nextCode && at.nextCode < kMostCodes;
+    if (code == clearCode_ + 1 || (code >= at.nextCode && !isNext)) {
+      return false;
+    }
+    if (at.nextCode < kMostCodes) {
+      AddString(at, strings_[isNext ? at.previous : code].first);
+    }
   }
-  if (previous_ != kNone && nextCode_ < kMostCodes) {
-    AddString(previous_, firsts_[isNext ? previous_ : code]);
-  }
-  Emit(code);
-  previous_ = code;
+  Emit(at, code);
+  at.previous = code;
   return true;
 }
 
-void GifLzw::AddString(std::uint32_t prefix, std::uint8_t last) {
-  String added = strings_[prefix];
-  const std::size_t inPiece = added.length % added.lastPiece.size();
-  if (inPiece == 0) {
-    added.before = static_cast<std::uint16_t>(prefix);
-  }
-  added.lastPiece[inPiece] = last;
-  ++added.length;
-  strings_[nextCode_] = added;
-  firsts_[nextCode_] = firsts_[prefix];
-  ++nextCode_;
-  if (nextCode_ == 1U << codeBits_ && codeBits_ < kMostCodeBits) {
-    ++codeBits_;
+inline void GifLzw::AddString(Progress& at, std::uint8_t last) {
+  const String& prefix = strings_[at.previous];
+  String& added = strings_[at.nextCode];
+  const std::uint32_t inPiece = prefix.length % kPieceBytes;
+  added.lastPiece = (inPiece == 0 ? 0 : prefix.lastPiece) | std::uint64_t{last} << 8 * inPiece;
+  added.before = static_cast<std::uint16_t>(inPiece == 0 ? at.previous : prefix.before);
+  added.length = static_cast<std::uint16_t>(prefix.length + 1);
+  added.first = prefix.first;
+  ++at.nextCode;
+  if (at.nextCode == 1U << at.codeBits && at.codeBits < kMostCodeBits) {
+    ++at.codeBits;
   }
 }
 
-void GifLzw::Emit(std::uint32_t code) {
-  const std::size_t length = strings_[code].length;
-  std::uint8_t* target = decoded_.data() + filled_;
-  for (std::size_t piece = (length - 1) / 4 * 4;; piece -= 4) {
-    std::memcpy(target + piece, strings_[code].lastPiece.data(), 4);
-    if (piece == 0) {
-      break;
-    }
-    code = strings_[code].before;
+inline void GifLzw::Emit(Progress& at, std::uint32_t code) const {
+  const String* string = &strings_[code];
+  const std::size_t length = string->length;
+  std::size_t piece = (length - 1) / kPieceBytes * kPieceBytes;
+  Store(at.target + piece, string->lastPiece);
+  while (piece > 0) {
+    piece -= kPieceBytes;
+    string = &strings_[string->before];
+    Store(at.target + piece, string->lastPiece);
   }
-  filled_ += length;
+  at.target += length;
 }
 
 }  // namespace kelvane

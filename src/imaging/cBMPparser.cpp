@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "common/Int16.h"
+#include "imaging/Premultiply.h"
 #include "imaging/modParsers.h"
 
 namespace kelvane {
@@ -41,18 +42,6 @@ void CopyTopDown(ByteView source, c32bppDIB& cHost) {
   const auto height = static_cast<std::size_t>(cHost.Height());
   for (std::size_t y = 0; y < height; ++y) {
     std::memcpy(cHost.BitsPointer() + y * rowBytes, source.data() + (height - y - 1) * rowBytes, rowBytes);
-  }
-}
-
-void Premultiply(std::span<std::uint8_t> pixels) {
-  for (std::size_t i = 0; i + 4 <= pixels.size(); i += 4) {
-    const std::uint32_t alpha = pixels[i + 3];
-    if (alpha == 255) {
-      continue;
-    }
-    for (std::size_t c = i; c < i + 3; ++c) {
-      pixels[c] = static_cast<std::uint8_t>(pixels[c] * alpha / 255);
-    }
   }
 }
 
@@ -185,7 +174,7 @@ AlphaChannel cBMPparser::ClassifyAlphaChannel(std::span<std::uint8_t> pixels, st
     return {.hasAlpha = true, .imageKind = ImageKind::PremultipliedBitmap};
   }
   if (bPreMultiply) {
-    Premultiply(pixels);
+    Premultiply(pixels, pixels);
   }
   return {.hasAlpha = true, .imageKind = ImageKind::BitmapWithAlpha};
 }

@@ -8,9 +8,10 @@
 
 namespace kelvane {
 
-// The frame is found by walking the blocks, copied out into a minimal GIF of one frame, and that is decoded by indexes:
-// the colours of a frame with a transparent index come from the source's table by index, those of another frame from
-// the copy.
+// The frame is found by walking the blocks and copied out into a minimal GIF of one frame. A decoder of our own gives
+// its colour indexes, which the toolkit's readers would hide: the colours of a frame with a transparent index come from
+// the source's table, those of another frame from the copy. Image data that is broken or doesn't hold all pixels is
+// refused as a whole.
 class cGIFparser {
  public:
   // Fills `cHost` from `streamLength` bytes of `inStream` from `streamStart` on. False: no GIF, or a broken one; the

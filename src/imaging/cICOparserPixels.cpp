@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "common/Int16.h"
+#include "imaging/Premultiply.h"
 #include "imaging/cICOparser.h"
 #include "imaging/modParsers.h"
 
@@ -154,14 +155,7 @@ bool cICOparser::ApplyAndMask(const Entry& entry, c32bppDIB& cHost) const {
 // The source's alpha is walked in step with the host's pixels, whatever the length of the source's rows.
 void cICOparser::ApplyAlphaChannel(const Entry& entry, c32bppDIB& cHost) const {
   const std::span<std::uint8_t> pixels = cHost.Pixels();
-  const ByteView source = SpanOf(stream_, XorBitsOffset(entry), static_cast<std::int32_t>(pixels.size()));
-  for (std::size_t i = 0; i < pixels.size(); i += 4) {
-    const std::uint32_t alpha = source[i + 3];
-    for (std::size_t c = i; c < i + 3; ++c) {
-      pixels[c] = static_cast<std::uint8_t>(alpha * pixels[c] / 255);
-    }
-    pixels[i + 3] = static_cast<std::uint8_t>(alpha);
-  }
+  Premultiply(pixels, SpanOf(stream_, XorBitsOffset(entry), static_cast<std::int32_t>(pixels.size())));
 }
 
 std::int32_t cICOparser::EntryHeight(const Entry& entry) {

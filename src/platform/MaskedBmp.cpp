@@ -49,7 +49,7 @@ QImage ReadMaskedBmp(ByteView file, QSize size, bool isTopDown) {
   for (int y = 0; y < image.height(); ++y) {
     const std::int64_t row = info.bitsOffset + info.RowBytes(size.width()) * y;
     auto* target = reinterpret_cast<QRgb*>(image.scanLine(isTopDown ? y : image.height() - 1 - y));
-    for (int x = 0; x < image.width(); ++x) {
+    for (std::int64_t x = 0; x < image.width(); ++x) {
       const std::uint32_t pixel = info.bitCount == 16 ? ReadU16(file, row + 2 * x) : ReadU32(file, row + 4 * x);
       target[x] = qRgb(red.Of(pixel), green.Of(pixel), blue.Of(pixel));
     }

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "imaging/Fakes.h"
+#include "imaging/Premultiply.h"
 #include "imaging/modParsers.h"
 #include "support/Failures.h"
 
@@ -58,6 +59,37 @@ TEST(ArrayToPicture, HandsOverTheSpanOnly) {
   EXPECT_NE(ArrayToPicture(&pictures, stream, 1, 2), nullptr);
   ASSERT_EQ(pictures.asked.size(), 1U);
   EXPECT_EQ(pictures.asked[0], (Bytes{2, 3}));
+}
+
+TEST(Premultiply, DividesEveryProductBy255Truncated) {
+  Bytes pixels;
+  Bytes alphas;
+  Bytes expected;
+  for (std::uint32_t colour = 0; colour < 256; ++colour) {
+    for (std::uint32_t alpha = 0; alpha < 256; ++alpha) {
+      const std::uint32_t other = 255 - colour;
+      Append(pixels, Bytes{static_cast<std::uint8_t>(colour), static_cast<std::uint8_t>(other), 255, 77});
+      Append(alphas, Bytes{1, 2, 3, static_cast<std::uint8_t>(alpha)});
+      Append(expected,
+             Bytes{static_cast<std::uint8_t>(colour * alpha / 255), static_cast<std::uint8_t>(other * alpha / 255),
+                   static_cast<std::uint8_t>(alpha), static_cast<std::uint8_t>(alpha)});
+    }
+  }
+  Premultiply(pixels, alphas);
+  EXPECT_EQ(pixels, expected);
+}
+
+TEST(Premultiply, APixelMayCarryItsOwnAlpha) {
+  for (std::size_t count = 0; count < 20; ++count) {
+    Bytes pixels;
+    Bytes expected;
+    for (std::size_t i = 0; i < count; ++i) {
+      Append(pixels, Bytes{200, 10, 255, 128});
+      Append(expected, Bytes{100, 5, 128, 128});
+    }
+    Premultiply(pixels, pixels);
+    EXPECT_EQ(pixels, expected);
+  }
 }
 
 TEST(SpanOf, FailsOutsideTheStream) {
