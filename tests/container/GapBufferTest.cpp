@@ -1,9 +1,7 @@
-#include "container/GapBuffer.h"
-
 #include <gtest/gtest.h>
-
 #include <random>
 
+#include "container/GapBuffer.h"
 #include "support/Failures.h"
 
 namespace kelvane {

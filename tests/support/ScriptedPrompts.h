@@ -39,8 +39,8 @@ class ScriptedPrompts : public Prompts {
   void ExpectEditVal(std::string text, std::optional<std::string> answer);
   // The list dialog, compared in lines and selection; the answer is a row, -1 for OK without one, or none for Cancel.
   void ExpectEditList(std::vector<std::string> lines, int selected, std::optional<int> answer);
-  // The sound dialog, compared in the shape that it starts with. OK is pressed with one choice after the other until one
-  // is accepted, which must be the last; the dialog is cancelled where none is.
+  // The sound dialog, compared in the shape that it starts with. OK is pressed with one choice after the other until
+  // one is accepted, which must be the last; the dialog is cancelled where none is.
   void ExpectVagReplace(bool stereo, std::vector<VagChoice> choices);
 
   Answer ShowMessage(const Message& message) override;
