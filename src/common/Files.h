@@ -49,7 +49,7 @@ void DeleteFileQuietly(const std::filesystem::path& path) noexcept;
 
 // Writes `bytes` into a sibling temporary file, flushes it to disk and renames it over `path`, so that whatever happens
 // `path` holds either its old content or all of the new one. Permissions are kept and a symbolic link is followed. On a
-// failure the temporary file is gone and `path` is as it was. Failures: 70, 75, 76, 61, 57.
+// failure the temporary file is gone and `path` is as it was. Failures: 70 (a protected file too), 75, 76, 61, 57.
 void SaveStaged(const std::filesystem::path& path, ByteView bytes);
 // The same for a content in several parts.
 void SaveStaged(const std::filesystem::path& path, std::span<const ByteView> parts);

@@ -128,6 +128,14 @@ fs::path RealTarget(const fs::path& path) {
   throw RuntimeFailure(FailureCode::PathAccessError);
 }
 
+// A rename asks for the right to write to the folder alone: without this a file that its owner has protected would be
+// replaced like any other.
+void RequireWritable(const fs::path& target) {
+  if (faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0 && errno != ENOENT) {
+    throw FailureFromErrno(errno);
+  }
+}
+
 // Writes `parts` to `path` by way of a staged file with the permissions of `model`.
 void SaveLike(const fs::path& path, const fs::path& model, std::span<const ByteView> parts) {
   const fs::path target = RealTarget(path);
@@ -135,6 +143,7 @@ void SaveLike(const fs::path& path, const fs::path& model, std::span<const ByteV
   if (fs::is_directory(target, error)) {
     throw RuntimeFailure(FailureCode::PathAccessError);
   }
+  RequireWritable(target);
   {
     StagedFile staged(target);
     staged.TakeOver(model);

@@ -3,26 +3,18 @@
 #include <sys/stat.h>
 
 #include "common/Files.h"
-#include "common/RuntimeFailure.h"
+#include "support/ChildProcess.h"
+#include "support/Failures.h"
 #include "support/TempFolder.h"
 
 namespace kelvane {
 namespace {
 
 namespace fs = std::filesystem;
+using test::NumberOf;
 using test::TempFolder;
 
 const Bytes kContent = {1, 2, 3};
-
-template <class Action>
-int NumberOf(Action action) {
-  try {
-    action();
-  } catch (const RuntimeFailure& failure) {
-    return failure.Number();
-  }
-  return 0;
-}
 
 TEST(FileExists, TellsAFileFromNone) {
   const TempFolder folder;
@@ -31,6 +23,13 @@ TEST(FileExists, TellsAFileFromNone) {
   EXPECT_FALSE(FileExists(folder / "b.rco"));
   EXPECT_FALSE(FileExists(""));
   EXPECT_FALSE(FileExists(folder / "missing/a.rco"));
+}
+
+TEST(FileExists, AFolderExistsButNotUnderANameThatEndsInASeparator) {
+  const TempFolder folder;
+  fs::create_directory(folder / "sub");
+  EXPECT_TRUE(FileExists(folder / "sub"));
+  EXPECT_FALSE(FileExists(folder / "sub/"));
 }
 
 TEST(FileExists, AFileWithoutContentExistsUnlessContentIsRequired) {
@@ -159,6 +158,17 @@ TEST(SaveStaged, KeepsPermissions) {
   ASSERT_EQ(chmod(path.c_str(), 0640), 0);
   SaveStaged(path, Bytes(5));
   EXPECT_EQ(fs::status(path).permissions(), fs::perms(0640));
+}
+
+TEST(SaveStaged, AFileThatMayNotBeWrittenToIsFailure70AndStays) {
+  const TempFolder folder;
+  const fs::path path = folder.Write("a.rco", kContent);
+  ASSERT_EQ(chmod(path.c_str(), 0444), 0);
+  ASSERT_EQ(chmod(folder.Path().c_str(), 0777), 0);  // a file beside it could be made and renamed
+  EXPECT_EQ(test::FailureWithoutRights([&] { SaveStaged(path, Bytes(5)); }), 70);
+  EXPECT_EQ(test::FailureWithoutRights([&] { SaveStaged(folder / "b.rco", kContent); }), 0);
+  EXPECT_EQ(ReadWholeFile(path), kContent);
+  EXPECT_EQ(folder.Names(), (std::vector<std::string>{"a.rco", "b.rco"}));
 }
 
 TEST(SaveStaged, FollowsSymbolicLinks) {

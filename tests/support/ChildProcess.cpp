@@ -61,12 +61,20 @@ int WaitFor(pid_t pid) {
   return status;
 }
 
-int ExitStatusOf(pid_t pid) {
-  const int status = WaitFor(pid);
+int FailureNumber(int status) {
   if (!WIFEXITED(status) || WEXITSTATUS(status) == kOtherException) {
     throw std::runtime_error("the child process came to an unexpected end");
   }
   return WEXITSTATUS(status);
+}
+
+// The end of a child process that makes `change` without the superuser's rights, who may write anywhere.
+int StatusWithoutRights(const Action& change) {
+  return WaitFor(Fork([&] {
+    if (geteuid() != 0 || setuid(kNobody) == 0) {
+      EndWithFailureOf(change);
+    }
+  }));
 }
 
 // Whether a call changes files; reading, seeking and closing don't.
@@ -152,13 +160,17 @@ int KillAtEveryCall(const Action& prepare, const Action& change, const std::func
 }
 
 int FailureWithDiskOf(std::int64_t bytes, const Action& change) {
-  return ExitStatusOf(Fork([&] {
+  return FailureNumber(WaitFor(Fork([&] {
     signal(SIGXFSZ, SIG_IGN);  // so that writing fails
     const rlimit limit{static_cast<rlim_t>(bytes), static_cast<rlim_t>(bytes)};
     if (setrlimit(RLIMIT_FSIZE, &limit) == 0) {
       EndWithFailureOf(change);
     }
-  }));
+  })));
+}
+
+int FailureWithoutRights(const Action& change) {
+  return FailureNumber(StatusWithoutRights(change));
 }
 
 int FailureInReadOnlyFolder(const std::filesystem::path& folder, const Action& change) {
@@ -166,18 +178,9 @@ int FailureInReadOnlyFolder(const std::filesystem::path& folder, const Action& c
   const fs::perms before = fs::status(folder).permissions();
   fs::permissions(folder, fs::perms::owner_read | fs::perms::owner_exec | fs::perms::group_read |
                               fs::perms::group_exec | fs::perms::others_read | fs::perms::others_exec);
-  const pid_t pid = Fork([&] {
-    // The superuser may write anywhere.
-    if (geteuid() != 0 || setuid(kNobody) == 0) {
-      EndWithFailureOf(change);
-    }
-  });
-  const int status = WaitFor(pid);
+  const int status = StatusWithoutRights(change);
   fs::permissions(folder, before);
-  if (!WIFEXITED(status) || WEXITSTATUS(status) == kOtherException) {
-    throw std::runtime_error("the child process came to an unexpected end");
-  }
-  return WEXITSTATUS(status);
+  return FailureNumber(status);
 }
 
 }  // namespace kelvane::test

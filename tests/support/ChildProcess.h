@@ -23,7 +23,10 @@ int KillAtEveryCall(const Action& prepare, const Action& change, const std::func
 // the run-time failure that it ends with; 0 for none.
 [[nodiscard]] int FailureWithDiskOf(std::int64_t bytes, const Action& change);
 
-// Runs `change` in a child process that may not create, rename or delete anything in `folder`. The number of its
+// Runs `change` in a child process that isn't the superuser's. The number of its run-time failure; 0 for none.
+[[nodiscard]] int FailureWithoutRights(const Action& change);
+
+// Runs `change` in such a child process that may not create, rename or delete anything in `folder`. The number of its
 // run-time failure; 0 for none.
 [[nodiscard]] int FailureInReadOnlyFolder(const std::filesystem::path& folder, const Action& change);
 
