@@ -1,5 +1,7 @@
 #include "container/FileBracket.h"
 
+#include <system_error>
+
 #include "common/Files.h"
 
 namespace kelvane {
@@ -10,10 +12,18 @@ std::filesystem::path BackupPath(const std::filesystem::path& path) {
   return backup;
 }
 
+void MakeBackup(const std::filesystem::path& path) {
+  // Not FileExists: a name may hold '*' or '?', and another file's backup is none of this one.
+  const std::filesystem::path backup = BackupPath(path);
+  std::error_code error;
+  if (!std::filesystem::exists(backup, error)) {
+    CopyDurably(path, backup);
+  }
+}
+
 void BackupOnce(const Mod& mod, Watch& watch) {
-  const std::filesystem::path backup = BackupPath(mod.cCurFile);
-  if (!FileExists(backup) && !mod.cNoUpdatBak) {
-    CopyDurably(mod.cCurFile, backup);
+  if (!mod.cNoUpdatBak) {
+    MakeBackup(mod.cCurFile);
   }
   watch.Stop();
 }

@@ -13,6 +13,9 @@ void BackupOnce(const Mod& mod, Watch& watch);
 // After the last write and after opening: records the file's date and starts the watcher. Failure 53.
 void RecordFileDate(Mod& mod, Watch& watch);
 
+// Copies `path` to `path` + ".bak" unless there is one already, whatever the settings say. Failures: those of copying.
+void MakeBackup(const std::filesystem::path& path);
+
 // `path` + ".bak".
 [[nodiscard]] std::filesystem::path BackupPath(const std::filesystem::path& path);
 

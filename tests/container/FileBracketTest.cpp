@@ -36,6 +36,16 @@ TEST(BackupOnce, NeverRefreshesABackup) {
   EXPECT_EQ(ReadWholeFile(folder / "a.rco.bak"), Bytes{9});
 }
 
+TEST(BackupOnce, ANameThatHoldsAWildcardHasABackupOfItsOwn) {
+  const TempFolder folder;
+  Mod mod;
+  mod.cCurFile = folder.Write("menu?*.rco", kFirst);
+  folder.Write("menu of another.rco.bak", Bytes{9});
+  ScriptedWatch watch;
+  BackupOnce(mod, watch);
+  EXPECT_EQ(ReadWholeFile(folder / "menu?*.rco.bak"), kFirst);
+}
+
 TEST(BackupOnce, WithBackupsTurnedOffNoneIsMadeAndOneThatExistsIsLeftAloneAndTheWatcherIsStoppedAllTheSame) {
   const TempFolder folder;
   Mod mod;
@@ -60,6 +70,16 @@ TEST(BackupOnce, AFailingCopyLeavesTheWatcherRunning) {
   watch.Start();
   EXPECT_EQ(NumberOf([&] { BackupOnce(mod, watch); }), 53);
   EXPECT_TRUE(watch.Running());
+}
+
+TEST(MakeBackup, AsksNoSettingAndKeepsTheOneThatIsThere) {
+  const TempFolder folder;
+  const auto path = folder.Write("a.rco", kFirst);
+  MakeBackup(path);
+  EXPECT_EQ(ReadWholeFile(folder / "a.rco.bak"), kFirst);
+  folder.Write("a.rco", Bytes{4});
+  MakeBackup(path);
+  EXPECT_EQ(ReadWholeFile(folder / "a.rco.bak"), kFirst);
 }
 
 TEST(RecordFileDate, RecordsTheDateAndStartsTheWatcher) {
