@@ -73,7 +73,7 @@ bool ScanGenRsc(RcoFile& file, RcoDocument& document) {
   std::array<std::int32_t, kTables> counts{};
   for (std::size_t table = 0; table < kTables; ++table) {
     if (positions[table] > kLargestAbsentPosition) {
-      counts[table] = file.ReadI32At(std::int64_t{positions[table]} + rco::entryChildren - rco::entryLabel);
+      counts[table] = file.ReadI32At(AddInt32(positions[table], rco::entryChildren - rco::entryLabel));
     }
   }
 
@@ -88,7 +88,7 @@ bool ScanGenRsc(RcoFile& file, RcoDocument& document) {
     if (positions[table] <= kLargestAbsentPosition) {
       continue;
     }
-    file.Seek(std::int64_t{positions[table]} + rco::kEntryHeadSize);
+    file.Seek(AddInt32(positions[table], rco::kEntryHeadSize));
     for (std::int32_t i = 0; i < counts[table]; ++i) {
       ScanEntry(file, document, static_cast<int>(table), At(document.genRsc, k.Int()));
       ++k;

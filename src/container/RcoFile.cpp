@@ -160,6 +160,7 @@ void RcoFile::Splice(std::int64_t position, std::int64_t removed, ByteView inser
     throw RuntimeFailure(FailureCode::InvalidCall);
   }
   if (position > Length()) {
+    RequireArraySize(position - Length());
     image_.Grow(position);
   }
   image_.Splice(position, std::min(removed, Length() - position), inserted);

@@ -64,7 +64,8 @@ class RcoFile {
   void WriteLongsAt(std::int64_t position, std::span<const std::int32_t> values);
 
   // Replaces `removed` bytes at `position` by `inserted`; what lies behind moves. The part to remove is cut at the
-  // file's end; a position behind it fills the gap with zeros first. Doesn't move the position.
+  // file's end; a position behind it fills the gap with zeros first, with failure 7 as above. Doesn't move the
+  // position.
   void Splice(std::int64_t position, std::int64_t removed, ByteView inserted);
   // Replaces the whole content.
   void Assign(Bytes content);

@@ -137,6 +137,18 @@ TEST_F(GenScanTest, ARootOf6OrLessCountsAsAbsent) {
   EXPECT_EQ(document_.genRsc[0].entryPos, 7 + 40 + 4);
 }
 
+TEST_F(GenScanTest, ARootWhosePlaceIsBeyond32BitsIsFailure6) {
+  // 4 is added to every root first, also where there is no data area; then 12 to where a table's count stands.
+  SetLong(32, 0x7FFFFFFC);
+  EXPECT_EQ(NumberOf([&] { Scan(); }), 6);
+  document_.dataAreas = {};
+  EXPECT_EQ(NumberOf([&] { Scan(); }), 6);
+  SetLong(32, 0x7FFFFFFB);
+  EXPECT_FALSE(Scan());
+  document_.dataAreas[0] = 1700;
+  EXPECT_EQ(NumberOf([&] { Scan(); }), 6);
+}
+
 TEST_F(GenScanTest, ACompressedImageThatIsTheLastOfItsTableHasNoUnpackedSize) {
   SetLong(36, 200);
   SetLong(216, 1);
@@ -233,6 +245,8 @@ TEST_F(GenScanTest, GetGenDataPosAddsTheAreaOfTheKind) {
   EXPECT_EQ(GetGenDataPos(document_, 2), 3008);
   EXPECT_EQ(NumberOf([&] { (void)GetGenDataPos(document_, 3); }), 9);
   EXPECT_EQ(NumberOf([&] { (void)GetGenDataPos(document_, -1); }), 9);
+  document_.genRsc[0].dataOffset = 0x7FFFFFFF;
+  EXPECT_EQ(NumberOf([&] { (void)GetGenDataPos(document_, 0); }), 6);
 }
 
 }  // namespace

@@ -110,6 +110,7 @@ TEST(RcoFile, AGapThatNoMemoryHoldsIsFailure7AndChangesNothing) {
   const TempFolder folder;
   RcoFile file(folder.Write("f", kContent));
   EXPECT_EQ(NumberOf([&] { file.WriteI32At(0x70000000, 1); }), 7);
+  EXPECT_EQ(NumberOf([&] { file.Splice(0x70000000, 0, Bytes{1}); }), 7);
   file.Close();
   EXPECT_EQ(ReadWholeFile(folder / "f"), kContent);
 }
