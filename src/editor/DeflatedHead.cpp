@@ -1,10 +1,12 @@
 #include "editor/DeflatedHead.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "common/Bytes.h"
 #include "common/Files.h"
 #include "common/Int16.h"
+#include "common/TempFiles.h"
 #include "container/FileBracket.h"
 #include "container/RcoFormat.h"
 #include "resources/Codec.h"
@@ -16,7 +18,8 @@ namespace {
 // How far the data areas move: the block grows by U - C and loses the 12 bytes of fields in front of it. The remainder
 // takes the sign of D, so that a negative D moves up to 4 bytes towards zero or past it.
 std::int32_t ShiftOf(std::int32_t packedLength, std::int32_t unpackedLength) {
-  const std::int32_t shift = CheckedInt32(std::int64_t{unpackedLength} - packedLength - rco::kPackedFieldsSize);
+  const std::int32_t growth = CheckedInt32(std::int64_t{unpackedLength} - packedLength);
+  const std::int32_t shift = AddInt32(growth, -rco::kPackedFieldsSize);
   return shift % rco::kAlignment == 0 ? shift : AddInt32(shift, rco::kAlignment - shift % rco::kAlignment);
 }
 
@@ -35,20 +38,19 @@ Bytes PlainHeader(RcoFile& file, std::int32_t shift) {
   return header;
 }
 
-// Two temporary files, deleted on every way out.
-struct TemporaryFiles {
-  std::filesystem::path packed;
-  std::filesystem::path unpacked;
-
-  explicit TemporaryFiles(const Mod& mod)
-      : packed(mod.TempPath("temphead.dat")), unpacked(mod.TempPath("tempheadinf.dat")) {}
-  TemporaryFiles(const TemporaryFiles&) = delete;
-  TemporaryFiles& operator=(const TemporaryFiles&) = delete;
-  ~TemporaryFiles() {
-    DeleteFileQuietly(packed);
-    DeleteFileQuietly(unpacked);
-  }
-};
+// The plain file. A head that is too long is cut and a short one filled with zeros, so that the tail starts where the
+// header says.
+Bytes PlainFile(const Bytes& headBlock, const Bytes& head, std::int64_t headLength, const Bytes& fileTail) {
+  RequireArraySize(headLength);
+  const std::size_t headEnd = headBlock.size() + static_cast<std::size_t>(headLength);
+  Bytes plain;
+  plain.reserve(headEnd + fileTail.size());
+  Append(plain, headBlock);
+  Append(plain, ByteView(head).first(std::min(head.size(), headEnd - plain.size())));
+  plain.resize(headEnd);
+  Append(plain, fileTail);
+  return plain;
+}
 
 }  // namespace
 
@@ -57,37 +59,35 @@ bool ConvertDeflatedHeader(RcoFile& file, const Mod& mod, Prompts& prompts) {
   const std::int32_t unpackedLength = file.ReadI32At(rco::kUnpackedLengthAt);
   const std::int32_t shift = ShiftOf(packedLength, unpackedLength);
 
+  // Both sizes are tried before any memory is spent on a length that the file doesn't hold.
+  const std::int64_t tailLength = file.Length() - rco::kPackedBlockAt - packedLength;
+  RequireArraySize(packedLength);
+  RequireArraySize(tailLength);
   file.Seek(rco::kPackedBlockAt);
   Bytes head = file.ReadBytes(packedLength);
-  Bytes fileTail = AllocateBytes(file.Length() - rco::kPackedBlockAt - packedLength);
+  Bytes fileTail = AllocateBytes(tailLength);
   const Bytes headBlock = PlainHeader(file, shift);
   file.Seek(std::int64_t{rco::kPackedBlockAt} + packedLength);
   file.Read(fileTail);
 
   const std::filesystem::path path = file.Path();
   file.Close();
-  if (!FileExists(BackupPath(path))) {
-    CopyDurably(path, BackupPath(path));
-  }
+  MakeBackup(path);
 
   {
-    const TemporaryFiles temporary(mod);
-    WriteWholeFile(temporary.packed, head);
-    if (!DecompressFile(temporary.packed, temporary.unpacked)) {
+    const std::filesystem::path packed = mod.TempPath("temphead.dat");
+    const std::filesystem::path unpacked = mod.TempPath("tempheadinf.dat");
+    const TempFiles temps({packed, unpacked});
+    WriteWholeFile(packed, head);
+    if (!DecompressFile(packed, unpacked)) {
       DeleteFile(path);
       Tell(prompts, "解压失败", Icon::Critical);
       return false;
     }
-    head = ReadWholeFile(temporary.unpacked);
+    head = ReadWholeFile(unpacked);
   }
 
-  // A result that is too long is cut and a short one filled with zeros, so that the tail starts where the header says.
-  const std::int64_t headLength = std::int64_t{packedLength} + shift + rco::kPackedFieldsSize;
-  Bytes plain = headBlock;
-  RequireArraySize(headLength);
-  head.resize(static_cast<std::size_t>(headLength));
-  Append(plain, head);
-  Append(plain, fileTail);
+  Bytes plain = PlainFile(headBlock, head, std::int64_t{packedLength} + shift + rco::kPackedFieldsSize, fileTail);
   file.Open(path);
   file.Assign(std::move(plain));
   file.Flush();

@@ -208,8 +208,9 @@ TEST_F(DeflatedHeadTest, AShiftOfMinus5Gives0) {
 }
 
 TEST_F(DeflatedHeadTest, AnEmptyBlockOrNothingBehindItIsAFailureThatLeavesTheFile) {
-  for (const std::int32_t packedLength : {0, -4, 100000}) {
-    Bytes deflated = DeflatedSmall();
+  Bytes deflated = DeflatedSmall();
+  const std::int32_t allOfTheRest = static_cast<std::int32_t>(deflated.size()) - 176;
+  for (const std::int32_t packedLength : {0, -4, allOfTheRest, 100000}) {
     WriteI32(deflated, 164, packedLength);
     folder.Write("d.rco", deflated);
     ExpectQuestion(Answer::Yes);
@@ -218,6 +219,52 @@ TEST_F(DeflatedHeadTest, AnEmptyBlockOrNothingBehindItIsAFailureThatLeavesTheFil
     EXPECT_EQ(ReadWholeFile(folder / "d.rco"), deflated);
     EXPECT_FALSE(FileExists(folder / "d.rco.bak"));
   }
+}
+
+TEST_F(DeflatedHeadTest, AFailureAnsweredYesGoesOnWithTheFileAsItStands) {
+  // No byte behind the block: converting fails before anything is written. What is opened then is the deflated file.
+  Bytes deflated = DeflatedForm(PlainSmall(), 264, Packed(Head(), 9), 100);
+  deflated.resize(deflated.size() - 12);
+  WriteI32(deflated, rco::hdrImageRoot, 0);
+  WriteI32(deflated, rco::hdrLabelOffset, 77);
+  folder.Write("d.rco", deflated);
+  ExpectQuestion(Answer::Yes);
+  prompts.ExpectUnknownFailure(FailureCode::SubscriptOutOfRange, Answer::Yes);
+  editor.OpenRcoFile(folder / "d.rco");
+  EXPECT_EQ(editor.State().cCurFile, folder / "d.rco");
+  EXPECT_EQ(editor.Document().labelBase, 77);
+  EXPECT_EQ(ReadWholeFile(folder / "d.rco"), deflated);
+}
+
+TEST_F(DeflatedHeadTest, LengthsAreSubtractedIn32Bits) {
+  // 2147483647 + 5 is too much, though 12 less would not be.
+  Bytes deflated = DeflatedSmall();
+  WriteI32(deflated, 164, -5);
+  WriteI32(deflated, 168, 0x7FFFFFFF);
+  folder.Write("d.rco", deflated);
+  ExpectQuestion(Answer::Yes);
+  prompts.ExpectUnknownFailure(FailureCode::Overflow, Answer::No);
+  editor.OpenRcoFile(folder / "d.rco");
+  EXPECT_EQ(ReadWholeFile(folder / "d.rco"), deflated);
+}
+
+TEST_F(DeflatedHeadTest, ABlockOfPlainDataIsTakenAsItIs) {
+  // What begins with "MI" or "OM" was never compressed: C = 100, U = 112 gives D = 0, and 12 zeros fill the block.
+  Bytes block = Head();
+  block[0] = 'M';
+  block[1] = 'I';
+  Bytes deflated = DeflatedForm(PlainSmall(), 264, block, 112);
+  const std::int32_t areaBefore = ReadI32(deflated, 128);
+  folder.Write("d.rco", deflated);
+  RcoFile file(folder / "d.rco");
+  EXPECT_TRUE(ConvertDeflatedHeader(file, editor.State(), prompts));
+  const Bytes& plain = file.Image();
+  ASSERT_EQ(plain.size(), deflated.size());
+  EXPECT_EQ(Bytes(plain.begin() + 164, plain.begin() + 264), block);
+  EXPECT_EQ(Bytes(plain.begin() + 264, plain.begin() + 276), Bytes(12));
+  EXPECT_EQ(Bytes(plain.begin() + 276, plain.end()), Bytes(deflated.end() - 12, deflated.end()));
+  EXPECT_EQ(ReadI32(plain, 128), areaBefore);
+  ExpectNoTemporaryFiles();
 }
 
 TEST_F(DeflatedHeadTest, AFolderForTemporaryFilesThatIsGoneLeavesTheFileWhole) {
