@@ -59,6 +59,18 @@ TEST_F(EditorTest, AQuotedPathPassesTheTestAndFailsInTheOpening) {
   EXPECT_TRUE(editor.State().cCurFile.empty());
 }
 
+TEST_F(EditorTest, ABlankInFrontOfAPathPassesTheTestAndFailsInTheOpening) {
+  folder.Write("small.rco", SmallRco());
+  prompts.ExpectUnknownFailure(FailureCode::FileNotFound, Answer::No);
+  editor.TakeCommandLine(" " + (folder / "small.rco").string());
+  EXPECT_TRUE(editor.State().cCurFile.empty());
+}
+
+TEST_F(EditorTest, BlanksInsideQuotesAreNotTrimmed) {
+  editor.TakeCommandLine("\" expert \"");
+  EXPECT_FALSE(editor.State().cExpert);
+}
+
 TEST_F(EditorTest, AnEmptyCommandLineOrOneThatNamesNothingOpensNothing) {
   editor.TakeCommandLine("");
   editor.TakeCommandLine("  ");

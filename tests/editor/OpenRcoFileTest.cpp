@@ -1,11 +1,13 @@
 #include "common/Files.h"
 #include "editor/EditorFixture.h"
 #include "editor/OpenRcoFile.h"
+#include "support/RcoSeeds.h"
 
 namespace kelvane {
 namespace {
 
 using test::SmallRco;
+using Lines = std::vector<std::string>;
 
 constexpr const char* kInvalid =
     "Invalid RCO - you must use a decompressed (FW 2.60 or lower) RCO!  (Mirrel's Flaxpress should be able to do the "
@@ -21,6 +23,41 @@ class CountingSurface : public Surface {
   }
   int cleared = 0;
 };
+
+// The lines of all seven lists.
+std::vector<Lines> AllLines(const RcoDocument& document) {
+  return {document.lst.Lines(),        document.lstText.Lines(), document.cboTextLang.Lines(),
+          document.lstPage.Lines(),    document.lstAnim.Lines(), document.lstPageData.Lines(),
+          document.lstAnimData.Lines()};
+}
+
+// A document as if a file with everything were open and a page selected.
+RcoDocument FilledDocument() {
+  RcoDocument document;
+  for (ListLines* list : {&document.lst, &document.lstText, &document.cboTextLang, &document.lstPage, &document.lstAnim,
+                          &document.lstPageData, &document.lstAnimData}) {
+    list->Add("old");
+    list->Select(0);
+  }
+  document.entries.picPagePosVisible = true;
+  document.entries.cmdPageChangeEnabled = true;
+  document.genRsc.resize(3);
+  document.genCount = 3;
+  document.textRsc.assign(2, std::vector<TextRec>(4));
+  document.textCount = 4;
+  document.langCount = 2;
+  document.pageRecs.resize(5);
+  document.pageCount = 5;
+  document.animRecs.resize(6);
+  document.animCount = 1;
+  return document;
+}
+
+void ExpectListsAndPageTabCleared(const RcoDocument& document) {
+  EXPECT_EQ(AllLines(document), std::vector<Lines>(7));
+  EXPECT_FALSE(document.entries.picPagePosVisible);
+  EXPECT_FALSE(document.entries.cmdPageChangeEnabled);
+}
 
 class OpenRcoFileTest : public test::EditorFixture {
  protected:
@@ -68,6 +105,82 @@ TEST_F(OpenRcoFileTest, AWrongSignatureLeavesTheOpenDocumentAsItWas) {
   prompts.ExpectTell("Not a valid RCO!", Icon::Exclamation);
   editor.OpenRcoFile(folder.Write("other.rco", other));
   ExpectSmallStillOpen();
+}
+
+TEST_F(OpenRcoFileTest, EveryRefusalLeavesAllListsOfTheOpenDocument) {
+  const Bytes everything = test::SmallRcoOfEverything().Build().bytes;
+  editor.OpenRcoFile(folder.Write("all.rco", everything));
+  editor.lstPage_Click(0);
+  editor.lstAnim_Click(0);
+  const std::vector<Lines> before = AllLines(editor.Document());
+  for (const Lines& lines : before) {
+    EXPECT_FALSE(lines.empty());
+  }
+  const bool boxes = editor.Document().entries.picPagePosVisible;
+  const auto stillThere = [&] {
+    EXPECT_EQ(AllLines(editor.Document()), before);
+    EXPECT_EQ(editor.Document().entries.picPagePosVisible, boxes);
+    EXPECT_EQ(editor.Document().caption, "Kelvane Editor [all.rco] (by Orrelin)");
+  };
+  Bytes other = everything;
+  WriteI32(other, rco::hdrMagic, 1);
+  prompts.ExpectTell("Not a valid RCO!", Icon::Exclamation);
+  editor.OpenRcoFile(folder.Write("other.rco", other));
+  stillThere();
+  prompts.ExpectTell(kInvalid, Icon::Exclamation);
+  editor.OpenRcoFile(folder.Write("new.rco", SmallRco(150)));
+  stillThere();
+  prompts.ExpectUnknownFailure(FailureCode::FileNotFound, Answer::No);
+  editor.OpenRcoFile(folder / "none.rco");
+  stillThere();
+}
+
+TEST_F(OpenRcoFileTest, AnAcceptedFileClearsAllListsAndKeepsTheRecordsOfTablesThatItHasNot) {
+  Mod mod;
+  RcoDocument document = FilledDocument();
+  const Ports ports{.prompts = prompts, .watch = watch, .progress = progress};
+  OpenRcoFile(folder.Write("nothing.rco", test::RcoBuilder().Build().bytes), mod, document, ports);
+  ExpectListsAndPageTabCleared(document);
+  EXPECT_EQ(document.genRsc.size(), 3U);
+  EXPECT_EQ(document.genCount, Int16(3));
+  EXPECT_EQ(document.pageRecs.size(), 5U);
+  EXPECT_EQ(document.pageCount, Int16(5));
+  EXPECT_EQ(document.animRecs.size(), 6U);
+  EXPECT_EQ(document.animCount, Int16(1));
+  EXPECT_TRUE(document.textRsc.empty());
+  EXPECT_EQ(document.textCount, Int16(0));
+}
+
+TEST_F(OpenRcoFileTest, TablesThatCountNoChildrenAreWalkedWithoutHarm) {
+  using test::RcoTable;
+  test::RcoBuilder b;
+  b.AddImage({.label = "only", .data = {1}});
+  for (const RcoTable table : {RcoTable::kText, RcoTable::kVag, RcoTable::kGmo, RcoTable::kPage, RcoTable::kAnim}) {
+    b.AddEmptyTable(table);
+  }
+  b.Options().headerLongs[rco::hdrTextDataLength] = 4;  // or else the text table would not be looked at
+  editor.OpenRcoFile(folder.Write("f.rco", b.Build().bytes));
+  EXPECT_EQ(AllLines(editor.Document()), (std::vector<Lines>{{"[GIM] only"}, {}, {}, {}, {}, {}, {}}));
+  EXPECT_EQ(editor.State().cCurFile, folder / "f.rco");
+}
+
+TEST_F(OpenRcoFileTest, NothingButTheOpeningLooksAtTheVersionAndAChangeKeepsIt) {
+  for (const std::int32_t version : {113, 112, 0}) {
+    test::RcoBuilder b = test::SmallRcoOfEverything();
+    const Bytes plain = b.Build().bytes;
+    b.Options().version = version;
+    editor.OpenRcoFile(folder.Write("v.rco", b.Build().bytes));
+    editor.lstText_Click(0);
+    editor.cmdTextChange(u"A text of another length");
+    Bytes changed = ReadWholeFile(folder / "v.rco");
+    EXPECT_EQ(ReadI32(changed, rco::hdrVersion), version);
+
+    editor.OpenRcoFile(folder.Write("113.rco", plain));
+    editor.lstText_Click(0);
+    editor.cmdTextChange(u"A text of another length");
+    WriteI32(changed, rco::hdrVersion, 113);
+    EXPECT_EQ(changed, ReadWholeFile(folder / "113.rco"));
+  }
 }
 
 TEST_F(OpenRcoFileTest, Versions113And112And0OpenAlike) {
@@ -152,6 +265,24 @@ TEST_F(OpenRcoFileTest, ResetsTheGeneralDisplayAndClearsThePictures) {
   EXPECT_EQ(document.text.txt, u"");
   EXPECT_EQ(picture.cleared, 1);
   EXPECT_EQ(preview.cleared, 1);
+}
+
+TEST_F(OpenRcoFileTest, AnEmptyPathClearsAllListsAndLeavesTheCounters) {
+  Mod mod;
+  RcoDocument document = FilledDocument();
+  document.general.lblDim = "x";
+  const Ports ports{.prompts = prompts, .watch = watch, .progress = progress};
+  OpenRcoFile({}, mod, document, ports);
+  ExpectListsAndPageTabCleared(document);
+  EXPECT_EQ(document.genCount, Int16(3));
+  EXPECT_EQ(document.textCount, Int16(4));
+  EXPECT_EQ(document.langCount, 2);
+  EXPECT_EQ(document.pageCount, Int16(5));
+  EXPECT_EQ(document.animCount, Int16(1));
+  EXPECT_TRUE(document.genRsc.empty());
+  EXPECT_TRUE(document.textRsc.empty());
+  EXPECT_EQ(document.general.lblDim, "尺寸:未知");
+  EXPECT_EQ(watch.Calls(), std::vector<std::string>{"stop"});
 }
 
 TEST_F(OpenRcoFileTest, AnEmptyPathClosesTheDocument) {
