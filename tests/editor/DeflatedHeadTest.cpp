@@ -4,6 +4,7 @@
 #include "common/Files.h"
 #include "editor/DeflatedHead.h"
 #include "editor/EditorFixture.h"
+#include "support/RcoSeeds.h"
 
 namespace kelvane {
 namespace {
@@ -84,6 +85,28 @@ TEST_F(DeflatedHeadTest, YesConvertsTheFileAndOpensItAsAPlainOneWithEverythingIn
   EXPECT_EQ(editor.Document().dataAreas, (std::array<std::int32_t, 6>{264, 12, -1, 0, -1, 0}));
   EXPECT_EQ(editor.State().cCurFile, folder / "d.rco");
   ExpectNoTemporaryFiles();
+}
+
+TEST_F(DeflatedHeadTest, AFileOfEverythingShowsTheSameAsItsPlainForm) {
+  test::RcoBuilder b = test::SmallRcoOfEverything();
+  const Bytes plain = b.Build().bytes;
+  b.Options().deflatedHead = true;
+  folder.Write("d.rco", b.Build().bytes);
+  ExpectQuestion(Answer::Yes);
+  editor.OpenRcoFile(folder / "d.rco");
+  EXPECT_EQ(ReadWholeFile(folder / "d.rco"), plain);
+  const RcoDocument converted = editor.Document();
+  editor.OpenRcoFile(folder.Write("p.rco", plain));
+  const RcoDocument& expected = editor.Document();
+  EXPECT_EQ(expected.lst.Count(), 7);
+  EXPECT_EQ(converted.genRsc, expected.genRsc);
+  EXPECT_EQ(converted.textRsc, expected.textRsc);
+  EXPECT_EQ(converted.pageRecs, expected.pageRecs);
+  EXPECT_EQ(converted.animRecs, expected.animRecs);
+  EXPECT_EQ(converted.lst.Lines(), expected.lst.Lines());
+  EXPECT_EQ(converted.lstText.Lines(), expected.lstText.Lines());
+  EXPECT_EQ(converted.lstPage.Lines(), expected.lstPage.Lines());
+  EXPECT_EQ(converted.lstAnim.Lines(), expected.lstAnim.Lines());
 }
 
 TEST_F(DeflatedHeadTest, RefusingTheConversionLeavesThePreviousDocumentUntouched) {
@@ -175,36 +198,43 @@ TEST_F(DeflatedHeadTest, AShiftThatIsNoMultipleOf4IsRoundedUpAndMovesAreasAt0Too
   EXPECT_EQ(ReadWholeFile(folder / "d.rco"), expected);
 }
 
-TEST_F(DeflatedHeadTest, AShiftOfMinus5Gives0) {
-  // Stored without compression the packed block is longer than the plain one: C = 32, U = 39 gives D = -5.
-  Bytes head(39, 'h');
+TEST_F(DeflatedHeadTest, AShiftIsRoundedByItsSignedRemainderSoThatMinus5Gives0) {
+  struct Row {
+    std::int32_t difference;  // U - C - 12
+    std::int32_t shift;
+  };
+  const std::vector<Row> rows = {{-12, -12}, {-9, -4}, {-8, -8}, {-5, 0}, {-4, -4}, {-3, 4},
+                                 {-2, 4},    {-1, 4},  {0, 0},   {1, 4},  {4, 4},   {7, 8}};
+  const Bytes head(39, 'h');
   Bytes packed = Packed(head, 9);
   ASSERT_LE(packed.size(), 32U);
   packed.resize(32);
-  Bytes plain = SmallRco();
-  plain.resize(164);
-  WriteI32(plain, rco::hdrImageData, -1);
-  WriteI32(plain, rco::hdrVagData, 300);
-  WriteI32(plain, rco::hdrGmoData, 0);
-  Bytes deflated = plain;
-  WriteI32(deflated, rco::hdrVersion, 144);
-  deflated.resize(176);
-  WriteI32(deflated, 164, 32);
-  WriteI32(deflated, 168, 39);
-  Append(deflated, packed);
-  Append(deflated, Bytes{1, 2, 3, 4});
-  folder.Write("d.rco", deflated);
-  RcoFile file(folder / "d.rco");
-  EXPECT_TRUE(ConvertDeflatedHeader(file, editor.State(), prompts));
-  // 32 + 0 + 12 bytes of block: the 39 unpacked ones and 5 zeros.
-  Bytes expected = plain;
-  Append(expected, head);
-  expected.resize(164 + 44);
-  Append(expected, Bytes{1, 2, 3, 4});
-  EXPECT_EQ(file.Image(), expected);
-  EXPECT_EQ(ReadI32(file.Image(), rco::hdrImageData), -1);
-  EXPECT_EQ(ReadI32(file.Image(), rco::hdrVagData), 300);
-  EXPECT_EQ(ReadWholeFile(folder / "d.rco"), expected);
+  for (const auto& [difference, shift] : rows) {
+    Bytes plain = SmallRco();
+    plain.resize(164);
+    WriteI32(plain, rco::hdrImageData, -1);
+    WriteI32(plain, rco::hdrVagData, 300);
+    WriteI32(plain, rco::hdrGmoData, 0);
+    Bytes deflated = plain;
+    WriteI32(deflated, rco::hdrVersion, 144);
+    deflated.resize(176);
+    WriteI32(deflated, 164, 32);
+    WriteI32(deflated, 168, 32 + 12 + difference);
+    Append(deflated, packed);
+    Append(deflated, Bytes{1, 2, 3, 4});
+    folder.Write("d.rco", deflated);
+    RcoFile file(folder / "d.rco");
+    EXPECT_TRUE(ConvertDeflatedHeader(file, editor.State(), prompts));
+
+    // 32 + 12 bytes of block and the shift, of which 39 are there; an area at 0 moves too, one at -1 doesn't.
+    WriteI32(plain, rco::hdrVagData, 300 + shift);
+    WriteI32(plain, rco::hdrGmoData, shift);
+    Append(plain, head);
+    plain.resize(static_cast<std::size_t>(164 + 44 + shift));
+    Append(plain, Bytes{1, 2, 3, 4});
+    EXPECT_EQ(file.Image(), plain) << difference;
+    EXPECT_EQ(ReadWholeFile(folder / "d.rco"), plain) << difference;
+  }
 }
 
 TEST_F(DeflatedHeadTest, AnEmptyBlockOrNothingBehindItIsAFailureThatLeavesTheFile) {
