@@ -1,8 +1,7 @@
 #include "editor/Settings.h"
 
+#include <algorithm>
 #include <array>
-#include <sstream>
-#include <string_view>
 
 #include "common/Bytes.h"
 #include "common/Files.h"
@@ -75,13 +74,12 @@ std::filesystem::path SettingsPath(const Mod& mod, const std::filesystem::path& 
   return mod.cAppPath / name;
 }
 
-void ParseSettings(const std::string& text, Mod& mod) {
-  std::string line;
-  for (std::istringstream lines(text); std::getline(lines, line);) {
-    if (line.ends_with('\r')) {
-      line.pop_back();
-    }
+void ParseSettings(std::string_view text, Mod& mod) {
+  // A line ends at CR, LF or both: between the two stands an empty line, which sets nothing.
+  while (!text.empty()) {
+    const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
     ParseLine(line, mod);
+    text.remove_prefix(std::min(line.size() + 1, text.size()));
   }
 }
 

@@ -112,6 +112,12 @@ TEST_F(EditorTest, ADropOfAFileThatIsNotThereDoesNothing) {
   EXPECT_TRUE(editor.State().cCurFile.empty());
 }
 
+TEST_F(EditorTest, ADropWhoseFirstFileIsNotThereDoesNothingWithTheOthers) {
+  prompts.ExpectTell("More than one file was dropped - only the first file will be used.", Icon::Exclamation);
+  editor.DropFiles({folder / "none.rco", folder.Write("small.rco", SmallRco())});
+  EXPECT_TRUE(editor.State().cCurFile.empty());
+}
+
 TEST_F(EditorTest, ADropOfAFileThatIsNoRcoLeavesTheOpenDocumentAsItWas) {
   editor.OpenRcoFile(folder.Write("small.rco", SmallRco()));
   prompts.ExpectTell("Not a valid RCO!", Icon::Exclamation);

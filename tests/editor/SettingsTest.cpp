@@ -1,4 +1,6 @@
+#include <array>
 #include <gtest/gtest.h>
+#include <sstream>
 
 #include "common/Files.h"
 #include "editor/Settings.h"
@@ -14,6 +16,43 @@ using test::TempFolder;
 Mod Parsed(const std::string& text, Mod mod = {}) {
   ParseSettings(text, mod);
   return mod;
+}
+
+// The whole file with these values, in its order.
+std::string FileWith(const std::array<std::string, 6>& values) {
+  return ";For 4/8bit BMP importing...\n"
+         "ImptSetFirstColAsTrans = " +
+         values[0] +
+         "\n"
+         "\n"
+         ";For 32bit BMP importing...\n"
+         "; 0 = Always convert to palette\n"
+         "; 1 = Auto-decide\n"
+         "; 2 = Always use 32 bit GIMs\n"
+         "Impt32bitMode = " +
+         values[1] +
+         "\n"
+         "\n"
+         ";Set to 1 to disable making a .bak file \n"
+         "NoUpdatBak = " +
+         values[2] +
+         "\n"
+         "\n"
+         ";Disable the file update checker (may fix problems on Wine)\n"
+         "NoUpdatChk = " +
+         values[3] +
+         "\n"
+         "\n"
+         ";Disable image/model compression\n"
+         "NoCompression = " +
+         values[4] +
+         "\n"
+         "\n"
+         ";Enter 'expert' mode by default\n"
+         "ExpertMode = " +
+         values[5] +
+         "\n"
+         "\n";
 }
 
 TEST(Settings, TheDefaultsAreTheZeroState) {
@@ -53,6 +92,66 @@ TEST(Settings, ASecondEqualsSignIsPartOfTheValue) {
   EXPECT_FALSE(Parsed("NoCompression = 1=1").cNoCompression);
 }
 
+TEST(Settings, EveryDigitAndEveryOtherCharacterSetsEachSwitch) {
+  const std::vector<std::pair<std::string, bool Mod::*>> switches = {{"ImptSetFirstColAsTrans", &Mod::cFirstColTrans},
+                                                                     {"NoUpdatBak", &Mod::cNoUpdatBak},
+                                                                     {"NoUpdatChk", &Mod::cNoUpdatChk},
+                                                                     {"NoCompression", &Mod::cNoCompression},
+                                                                     {"ExpertMode", &Mod::cExpert}};
+  for (const auto& [key, field] : switches) {
+    for (const bool before : {false, true}) {
+      for (const char value : std::string("0123456789x-+.&\t\xE9")) {
+        Mod mod;
+        mod.*field = before;
+        EXPECT_EQ(Parsed(key + " = " + value, mod).*field, value >= '1' && value <= '9') << key << " = " << value;
+      }
+    }
+  }
+}
+
+TEST(Settings, EachKeySetsItsOwnVariableOnly) {
+  const std::vector<std::pair<std::string, std::string>> table = {{"ImptSetFirstColAsTrans=1", "1 0 0 0 0 0"},
+                                                                  {"Impt32bitMode=2", "0 2 0 0 0 0"},
+                                                                  {"NoUpdatBak=1", "0 0 1 0 0 0"},
+                                                                  {"NoUpdatChk=1", "0 0 0 1 0 0"},
+                                                                  {"NoCompression=1", "0 0 0 0 1 0"},
+                                                                  {"ExpertMode=1", "0 0 0 0 0 1"}};
+  for (const auto& [line, expected] : table) {
+    const Mod mod = Parsed(line);
+    std::ostringstream values;
+    values << mod.cFirstColTrans << ' ' << mod.cImpt32bitMode.Int() << ' ' << mod.cNoUpdatBak << ' ' << mod.cNoUpdatChk
+           << ' ' << mod.cNoCompression << ' ' << mod.cExpert;
+    EXPECT_EQ(values.str(), expected) << line;
+  }
+}
+
+TEST(Settings, OnlyBlanksAroundTheValueAreTakenOff) {
+  EXPECT_TRUE(Parsed("NoUpdatBak =   1   ").cNoUpdatBak);
+  EXPECT_FALSE(Parsed("NoUpdatBak = 1 1").cNoUpdatBak);  // three characters, not two
+  EXPECT_FALSE(Parsed("NoUpdatBak = \t1").cNoUpdatBak);  // two characters
+}
+
+TEST(Settings, AKeyMustStandAtTheStartOfTheLineAndInFrontOfTheEqualsSign) {
+  for (const char* line : {"xNoUpdatBak=1", "=NoUpdatBak=1", "NoUpdatBakX=1", "\tNoUpdatBak=1", "NoUpdatBak:=1"}) {
+    EXPECT_FALSE(Parsed(line).cNoUpdatBak) << line;
+  }
+}
+
+TEST(Settings, TheLastLineOfAKeyWins) {
+  EXPECT_FALSE(Parsed("NoUpdatBak=1\nNoUpdatBak=0\n").cNoUpdatBak);
+  EXPECT_TRUE(Parsed("NoUpdatBak=0\nNoUpdatBak=1\nNoUpdatBak=10\n").cNoUpdatBak);
+}
+
+TEST(Settings, Impt32bitModeTakes0To2AndMakes1OfEveryOtherDigit) {
+  for (int digit = 0; digit < 10; ++digit) {
+    for (int before = 0; before < 3; ++before) {
+      Mod mod;
+      mod.cImpt32bitMode = before;
+      EXPECT_EQ(Parsed("Impt32bitMode = " + std::to_string(digit), mod).cImpt32bitMode, Int16(digit <= 2 ? digit : 1));
+    }
+  }
+}
+
 TEST(Settings, Impt32bitMode7Gives1) {
   EXPECT_EQ(Parsed("Impt32bitMode = 7").cImpt32bitMode, Int16(1));
 }
@@ -90,10 +189,17 @@ TEST(Settings, CommentsEmptyLinesAndUnknownKeysAreSkipped) {
   EXPECT_FALSE(mod.cNoUpdatChk);
 }
 
-TEST(Settings, LinesMayEndInCarriageReturns) {
-  const Mod mod = Parsed("NoUpdatBak = 1\r\nExpertMode = 1\r\n");
-  EXPECT_TRUE(mod.cNoUpdatBak);
-  EXPECT_TRUE(mod.cExpert);
+TEST(Settings, LinesEndInLineFeedsCarriageReturnsOrBothAndTheLastInNothing) {
+  for (const std::string end : {"\n", "\r\n", "\r"}) {
+    std::string text;
+    for (const char* line : {"NoUpdatBak = 1", ";comment", "", "NoUpdatChk = 1"}) {
+      text.append(line).append(end);
+    }
+    const Mod mod = Parsed(text.append("ExpertMode = 1"));
+    EXPECT_TRUE(mod.cNoUpdatBak);
+    EXPECT_TRUE(mod.cNoUpdatChk);
+    EXPECT_TRUE(mod.cExpert);
+  }
 }
 
 TEST(Settings, AreWrittenToTheByte) {
@@ -101,29 +207,19 @@ TEST(Settings, AreWrittenToTheByte) {
   mod.cFirstColTrans = true;
   mod.cImpt32bitMode = 2;
   mod.cNoUpdatChk = true;
-  const std::string expected =
-      ";For 4/8bit BMP importing...\n"
-      "ImptSetFirstColAsTrans = 1\n"
-      "\n"
-      ";For 32bit BMP importing...\n"
-      "; 0 = Always convert to palette\n"
-      "; 1 = Auto-decide\n"
-      "; 2 = Always use 32 bit GIMs\n"
-      "Impt32bitMode = 2\n"
-      "\n"
-      ";Set to 1 to disable making a .bak file \n"
-      "NoUpdatBak = 0\n"
-      "\n"
-      ";Disable the file update checker (may fix problems on Wine)\n"
-      "NoUpdatChk = 1\n"
-      "\n"
-      ";Disable image/model compression\n"
-      "NoCompression = 0\n"
-      "\n"
-      ";Enter 'expert' mode by default\n"
-      "ExpertMode = 0\n"
-      "\n";
-  EXPECT_EQ(FormatSettings(mod), expected);
+  EXPECT_EQ(FormatSettings(mod), FileWith({"1", "2", "0", "1", "0", "0"}));
+}
+
+TEST(Settings, AUsersOwnCommentsAndKeysAreLostAtEachWrite) {
+  const TempFolder folder;
+  const std::string before = ";my own comment\nNoUpdatBak = 1\nMyKey = 1\n" + std::string(2000, ';');
+  const auto path = folder.Write("a.ini", Bytes(before.begin(), before.end()));
+  Mod mod;
+  ReadSettings(path, mod);
+  WriteSettings(path, mod);
+  const Bytes written = ReadWholeFile(path);
+  EXPECT_EQ(std::string(written.begin(), written.end()), FileWith({"0", "0", "1", "0", "0", "0"}));
+  EXPECT_EQ(folder.Names(), std::vector<std::string>{"a.ini"});
 }
 
 TEST(Settings, WhatWasWrittenReadsBack) {
