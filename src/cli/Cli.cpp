@@ -25,6 +25,30 @@ void AddOptions(CLI::App& app, Options& options) {
   app.add_flag("--expert", options.expert, "Show the types of page and animation entries");
 }
 
+// Takes decimal numbers alone. The parser would take none for 0, and a zero in front for the sign of octal digits.
+CLI::Validator DecimalNumber() {
+  return CLI::Validator(
+      [](std::string& text) {
+        const std::size_t start = text.starts_with('-') ? 1 : 0;
+        if (text.size() == start || text.find_first_not_of("0123456789", start) != std::string::npos) {
+          return "'" + text + "' is no decimal number";
+        }
+        text.erase(start, std::min(text.find_first_not_of('0', start), text.size() - 1) - start);
+        return std::string();
+      },
+      "");
+}
+
+// Rows, items and the like of all commands.
+void TakeDecimalNumbers(CLI::App& app) {
+  for (CLI::Option* option : app.get_options([](const CLI::Option* each) { return each->get_type_name() == "INT"; })) {
+    option->transform(DecimalNumber());
+  }
+  for (CLI::App* command : app.get_subcommands({})) {
+    TakeDecimalNumbers(*command);
+  }
+}
+
 int RunAction(const Action& action, const Options& options, const Streams& streams) {
   try {
     Session session(options, streams);
@@ -62,6 +86,7 @@ int RunCli(std::vector<std::string> arguments, const Streams& streams) {
   AddPageCommands(app, action);
   AddResourceCommands(app, action);
   AddStepCommands(app, action);
+  TakeDecimalNumbers(app);
 
   std::reverse(arguments.begin(), arguments.end());  // the parser takes them from the end
   try {

@@ -1,5 +1,6 @@
 #include <iterator>
 #include <memory>
+#include <optional>
 
 #include "cli/Commands.h"
 #include "common/Encoding.h"
@@ -13,7 +14,7 @@ struct Arguments {
   std::string file;
   int lang = 0;
   int item = 0;
-  int from = -1;
+  std::optional<int> from;
   std::string text;
   std::string at;
   std::string label;
@@ -88,9 +89,9 @@ void AddText(Session& session, const Arguments& arguments) {
 void FindText(Session& session, const Arguments& arguments) {
   session.RequireRow(session.Document().cboTextLang, arguments.lang, "LANG");
   session.App().cboTextLang_Click(arguments.lang);
-  if (arguments.from != -1) {
-    session.RequireRow(session.Document().lstText, arguments.from, "ITEM");
-    session.App().lstText_Click(arguments.from);
+  if (arguments.from) {
+    session.RequireRow(session.Document().lstText, *arguments.from, "ITEM");
+    session.App().lstText_Click(*arguments.from);
   }
   session.Prompts().AnswerText(arguments.text);
   if (!session.App().cmdTextSearch()) {
