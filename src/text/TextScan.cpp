@@ -25,14 +25,16 @@ void ClearTexts(RcoDocument& document) {
   document.langCount = 0;
 }
 
-// Makes room for the records of all languages, all of which have as many texts as the first one.
-void SizeRecords(RcoDocument& document, std::int32_t firstEntryNext) {
+// Makes room for the records of all languages, all of which have as many texts as the first one, at `start`.
+void SizeRecords(RcoFile& file, RcoDocument& document, std::int32_t start) {
+  const std::int32_t firstEntryNext = file.ReadI32At(std::int64_t{start} + rco::entryNext);
   document.textCount = Int16(AddInt32(firstEntryNext, -rco::langRecords) / rco::kTextRecSize);
   if (document.textCount < Int16(1)) {
     throw RuntimeFailure(FailureCode::SubscriptOutOfRange);
   }
-  const std::int64_t languages = document.langCount;
-  if (languages * document.textCount.Int() * rco::kTextRecSize > kMaxTextTableBytes) {
+  const std::int64_t language = rco::langRecords + std::int64_t{document.textCount.Int()} * rco::kTextRecSize;
+  const std::int64_t table = document.langCount * language;
+  if (table > kMaxClaimedTableBytes && start + table > file.Length()) {
     throw RuntimeFailure(FailureCode::OutOfMemory);
   }
   document.textRsc.assign(document.langCount, std::vector<TextRec>(document.textCount.Index()));
@@ -55,7 +57,7 @@ void ScanLanguage(RcoFile& file, RcoDocument& document, Int16 lang) {
   const std::int32_t start = CheckedInt32(file.Position());
   At(document.langPos, lang.Int()) = start;
   if (lang == Int16(0)) {
-    SizeRecords(document, file.ReadI32At(std::int64_t{start} + rco::entryNext));
+    SizeRecords(file, document, start);
   }
   const std::int32_t code = file.ReadI32At(std::int64_t{start} + rco::langCode);
   file.Seek(std::int64_t{start} + rco::langRecords);

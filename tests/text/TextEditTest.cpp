@@ -94,6 +94,14 @@ class TextEditTest : public ::testing::Test {
     return std::u16string(UpToFirstNul(GetTextString(open_.mod, open_.document, Int16(item), Int16(lang))));
   }
 
+  // The first content in front of `head`, `stored`, and the first content from `tail` on.
+  [[nodiscard]] Bytes Spliced(std::int32_t head, const Bytes& stored, std::int32_t tail) const {
+    Bytes content(firstContent_.begin(), firstContent_.begin() + head);
+    Append(content, stored);
+    Append(content, ByteView(firstContent_).subspan(static_cast<std::size_t>(tail)));
+    return content;
+  }
+
   int ChangeFailure() {
     return NumberOf([&] { cmdTextChange(open_.mod, open_.document, watch_, u"New"); });
   }
@@ -273,9 +281,7 @@ TEST_F(TextEditTest, TheNextRecordTellsTheTailAlsoWhenItsOffsetIsUnusable) {
   Select(0, 0);
   cmdTextChange(open_.mod, open_.document, watch_, u"X");
   const std::int32_t text = open_.document.textDataBase;
-  Bytes expected(firstContent_.begin(), firstContent_.begin() + text);
-  Append(expected, Bytes{'X', 0, 0, 0});
-  Append(expected, ByteView(firstContent_).subspan(static_cast<std::size_t>(text) + 4));
+  const Bytes expected = Spliced(text, {'X', 0, 0, 0}, text + 4);
   const Bytes content = open_.Content();
   ASSERT_EQ(content.size(), expected.size());
   EXPECT_TRUE(std::equal(content.begin() + text, content.end(), expected.begin() + text));
@@ -289,9 +295,7 @@ TEST_F(TextEditTest, ATailInFrontOfTheTextRepeatsTheBytesBetween) {
   Select(0, 1);
   cmdTextChange(open_.mod, open_.document, watch_, u"X");
   const std::int32_t text = open_.document.textDataBase;
-  Bytes expected(firstContent_.begin(), firstContent_.begin() + text + 8);
-  Append(expected, Bytes{'X', 0, 0, 0});
-  Append(expected, ByteView(firstContent_).subspan(static_cast<std::size_t>(text)));
+  const Bytes expected = Spliced(text + 8, {'X', 0, 0, 0}, text);
   const Bytes content = open_.Content();
   ASSERT_EQ(content.size(), expected.size());
   EXPECT_TRUE(std::equal(content.begin() + text, content.end(), expected.begin() + text));
@@ -306,11 +310,9 @@ TEST_F(TextEditTest, ATextBeyondTheEndOfTheFileLeavesZerosInBetween) {
   cmdTextChange(open_.mod, open_.document, watch_, u"X");
   const Bytes content = open_.Content();
   const std::int32_t tail = ReadI32(firstContent_, rco::hdrLabelOffset);
-  ASSERT_EQ(static_cast<std::int32_t>(content.size()), size + 8 + 4 + size - tail);
-  Bytes expected = Bytes(8);
-  Append(expected, Bytes{'X', 0, 0, 0});
-  Append(expected, ByteView(firstContent_).subspan(static_cast<std::size_t>(tail)));
-  EXPECT_TRUE(std::equal(content.begin() + size, content.end(), expected.begin()));
+  const Bytes expected = Spliced(size, {0, 0, 0, 0, 0, 0, 0, 0, 'X', 0, 0, 0}, tail);
+  ASSERT_EQ(content.size(), expected.size());
+  EXPECT_TRUE(std::equal(content.begin() + size, content.end(), expected.begin() + size));
 }
 
 TEST_F(TextEditTest, AnUnusablePlaceIsAFailureThatLeavesTheFileAndStopsTheWatcher) {
@@ -342,6 +344,42 @@ TEST_F(TextEditTest, AnUnusablePlaceIsAFailureThatLeavesTheFileAndStopsTheWatche
     EXPECT_EQ(open_.document.textRsc, records);
     EXPECT_FALSE(watch_.Running());
   }
+}
+
+TEST_F(TextEditTest, AnOffsetThatLeaves32BitsIsFailure6AndLeavesWhatTheStepsBeforeDid) {
+  Select(0, 0);
+  open_.document.textRsc[1][1].textOffset = 0x7FFFFFFC;
+  const std::int32_t labelBase = open_.document.labelBase;
+  const std::int32_t before = open_.document.textRsc[1][0].textOffset;
+  // 8 bytes become 16: the file has the text, none of its fields has moved.
+  EXPECT_EQ(NumberOf([&] { cmdTextChange(open_.mod, open_.document, watch_, u"sieben!"); }), 6);
+  const std::int32_t text = open_.document.textDataBase;
+  const Bytes stored = {'s', 0, 'i', 0, 'e', 0, 'b', 0, 'e', 0, 'n', 0, '!', 0, 0, 0};
+  EXPECT_EQ(open_.Content(), Spliced(text, stored, text + 8));
+  EXPECT_EQ(open_.document.textRsc[0][0].textLength, 16);
+  EXPECT_EQ(open_.document.textRsc[1][0].textOffset, before + 8);
+  EXPECT_EQ(open_.document.textRsc[1][1].textOffset, 0x7FFFFFFC);
+  EXPECT_EQ(open_.document.labelBase, labelBase);
+  EXPECT_EQ(open_.document.lstText.Selected(), 0);
+  EXPECT_FALSE(watch_.Running());
+}
+
+TEST_F(TextEditTest, TheLabelAndEventAreasAreMovedFromWhatTheFileSays) {
+  // Another program has set the event area's length meanwhile.
+  Bytes content = open_.Content();
+  const std::int32_t events = ReadI32(content, rco::hdrEventOffset);
+  WriteI32(content, rco::hdrEventLength, 1234);
+  WriteWholeFile(open_.mod.cCurFile, content);
+  Select(1, 0);
+  cmdTextChange(open_.mod, open_.document, watch_, u"Yes, yes");  // 8 bytes become 20
+  EXPECT_EQ(ReadI32(open_.Content(), rco::hdrEventLength), 1234);
+  EXPECT_EQ(ReadI32(open_.Content(), rco::hdrEventOffset), events + 12);
+}
+
+TEST_F(TextEditTest, WithBackupsTurnedOffNoneIsMade) {
+  open_.mod.cNoUpdatBak = true;
+  ExpectChange(1, 0, u"Yep", u"Yep");
+  EXPECT_THAT(open_.folder.Names(), ElementsAre("texts.rco"));
 }
 
 TEST_F(TextEditTest, WithoutASelectedLanguageItIsFailure9) {

@@ -32,6 +32,15 @@ test::BuiltRco ThreeTexts() {
   return b.Build();
 }
 
+// A single text in English alone.
+Bytes OneLanguage() {
+  RcoBuilder b;
+  b.AddLanguage(0x10001);
+  b.AddText({.label = "t", .strings = {u"alone"}});
+  b.Options().lastLanguageStatesNext = true;
+  return b.Build().bytes;
+}
+
 // The only text of a file, as English stores it.
 std::u16string Stored(const test::TextString& text) {
   RcoBuilder b = TwoLanguages();
@@ -164,12 +173,12 @@ TEST(lstText_Click, ShowsLineFeedsAsLineBreaks) {
 }
 
 TEST(lstText_Click, OfAFileWithOneLanguageIsFailure9) {
-  RcoBuilder b;
-  b.AddLanguage(0x10001);
-  b.AddText({.label = "t", .strings = {u"x"}});
-  b.Options().lastLanguageStatesNext = true;
-  OpenTexts open(b.Build().bytes);
+  OpenTexts open(OneLanguage());
   EXPECT_EQ(NumberOf([&] { SelectText(open.mod, open.document, 0); }), 9);
+  // What stands in front of the reading of the text is done.
+  EXPECT_EQ(open.document.text.lblTxtIdx, "项目 #0");
+  EXPECT_TRUE(open.document.text.enabled);
+  EXPECT_EQ(open.document.text.txtRevision, 0U);
 }
 
 TEST(cboTextLang_Click, ShowsTheSelectedTextInTheChosenLanguage) {
@@ -179,6 +188,23 @@ TEST(cboTextLang_Click, ShowsTheSelectedTextInTheChosenLanguage) {
   EXPECT_EQ(open.document.text.txt, u"いいえ");
   EXPECT_EQ(open.document.text.lblTxtIdx, "项目 #2");
   EXPECT_EQ(open.document.text.txtRevision, 2U);
+}
+
+TEST(cboTextLang_Click, WithoutASelectedTextTheTextBoxKeepsItsText) {
+  OpenTexts open(ThreeTexts().bytes);
+  SelectText(open.mod, open.document, 0);
+  SelectText(open.mod, open.document, -1);
+  SelectTextLang(open.mod, open.document, 0);
+  EXPECT_EQ(open.document.text.txt, u"Yes");
+  EXPECT_EQ(open.document.text.lblTxtIdx, "");
+  EXPECT_FALSE(open.document.text.enabled);
+}
+
+TEST(cboTextLang_Click, ShowsTheOnlyLanguageOfAFileOnceItIsChosen) {
+  OpenTexts open(OneLanguage());
+  SelectTextLang(open.mod, open.document, 0);
+  SelectText(open.mod, open.document, 0);
+  EXPECT_EQ(open.document.text.txt, u"alone");
 }
 
 TEST(cboTextLang_Click, TheListShowsTheNamesOfLanguage0WhicheverLanguageIsSelected) {

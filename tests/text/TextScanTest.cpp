@@ -268,6 +268,29 @@ TEST(ScanTextRsc, RecordsThatNoMachineShouldHoldAreFailure7) {
   EXPECT_EQ(NumberOf([&] { open.Open(content); }), 7);
 }
 
+// 520 languages of 2730 texts each: more than the records that a file may claim without having them.
+TEST(ScanTextRsc, ATableOfAnySizeOpensWhereTheFileHoldsItAndIsFailure7WhereItIsOnlyClaimed) {
+  constexpr std::int32_t kRoot = 164;
+  constexpr std::int32_t kTable = kRoot + 40;
+  constexpr std::int32_t kLanguages = 520;
+  constexpr std::int32_t kLanguageBytes = 48 + 2730 * 12;
+  Bytes content(kTable + kLanguages * kLanguageBytes);
+  WriteI32(content, rco::hdrTextDataLength, 4);
+  WriteI32(content, rco::hdrTextRoot, kRoot);
+  WriteI32(content, rco::hdrLabelOffset, kTable);
+  WriteI32(content, kRoot + rco::entryChildren, kLanguages);
+  WriteI32(content, kTable + rco::entryNext, kLanguageBytes);
+  WriteI32(content, kTable + 519 * kLanguageBytes + 48 + 2729 * 12, 77);
+  const OpenTexts open(content);
+  EXPECT_EQ(open.document.cboTextLang.Count(), 520);
+  EXPECT_EQ(open.document.lstText.Count(), 2730);
+  EXPECT_EQ(open.document.textRsc[519][2729], (TextRec{77, 0, 0}));
+
+  content.pop_back();
+  OpenTexts claimed;
+  EXPECT_EQ(NumberOf([&] { claimed.Open(content); }), 7);
+}
+
 TEST(ScanTextRsc, ARootBeyondTheEndOfTheFileReadsAsNoLanguages) {
   for (const std::int32_t root : {0x7FFFFFFF, 0x7FFFFFF0}) {
     RcoBuilder b = TwoTexts({kEnglish, kFrench});

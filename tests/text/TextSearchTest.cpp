@@ -160,6 +160,25 @@ TEST_F(TextSearchTest, AnUnclosedBracketIsFailure93) {
   EXPECT_EQ(NumberOf([&] { (void)Search("[abc"); }), 93);
 }
 
+TEST_F(TextSearchTest, AnInvalidPatternIsKeptAndLeavesTheSelection) {
+  Select(3);
+  EXPECT_EQ(NumberOf([&] { (void)Search("[ABC"); }), 93);
+  EXPECT_EQ(open_.document.lastSearch, "[abc");
+  EXPECT_EQ(Selected(), 3);
+}
+
+TEST_F(TextSearchTest, WithoutASelectedLanguageItIsFailure9) {
+  open_.document.cboTextLang.Select(-1);
+  EXPECT_EQ(NumberOf([&] { (void)Search("x"); }), 9);
+}
+
+TEST_F(TextSearchTest, ASearchChangesNoByte) {
+  const Bytes before = open_.Content();
+  EXPECT_TRUE(Search("game"));
+  EXPECT_EQ(open_.Content(), before);
+  EXPECT_EQ(open_.folder.Names(), std::vector<std::string>{"texts.rco"});
+}
+
 TEST_F(TextSearchTest, AnEmptyListAsksNothing) {
   open_.document.lstText.Clear();
   EXPECT_FALSE(cmdTextSearch(open_.mod, open_.document, prompts_));
