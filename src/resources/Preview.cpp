@@ -1,6 +1,8 @@
 #include "resources/Preview.h"
 
+#include <filesystem>
 #include <string>
+#include <utility>
 
 #include "common/Bytes.h"
 #include "common/Files.h"
@@ -16,19 +18,18 @@ namespace kelvane {
 
 namespace {
 
-class TemporaryFiles {
+// A file that is deleted on every way out.
+class TemporaryFile {
  public:
-  explicit TemporaryFiles(const Mod& mod) : mod_(mod) {}
-  TemporaryFiles(const TemporaryFiles&) = delete;
-  TemporaryFiles& operator=(const TemporaryFiles&) = delete;
-  ~TemporaryFiles() {
-    for (const char* name : {"temp.dat", "temp2.dat", "temp.gim", "temp.bmp"}) {
-      DeleteFileQuietly(mod_.TempPath(name));
-    }
-  }
+  explicit TemporaryFile(std::filesystem::path path) : path_(std::move(path)) {}
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+  ~TemporaryFile() { DeleteFileQuietly(path_); }
+
+  [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
 
  private:
-  const Mod& mod_;
+  std::filesystem::path path_;
 };
 
 class ResourceView {
@@ -41,7 +42,6 @@ class ResourceView {
         record_(At(context.document.genRsc, row)) {}
 
   void Show() {
-    const TemporaryFiles temporary(mod_);
     bool drawn = false;
     if (record_.rscKind == Int16(rco::kKindImage)) {
       drawn = record_.rscFormat == Int16(rco::kFormatGim) ? DrawGim() : DrawImage();
@@ -59,41 +59,42 @@ class ResourceView {
   }
 
  private:
-  bool ExportTo(const char* name) {
-    std::filesystem::path path = mod_.TempPath(name);
+  bool ExportTo(const TemporaryFile& file) {
+    std::filesystem::path path = file.Path();
     return ExportGenData(mod_, context_.document, path, row_, context_.prompts);
   }
 
   bool DrawImage() {
-    const std::filesystem::path data = mod_.TempPath("temp.dat");
-    if (!ExportTo("temp.dat")) {
+    const TemporaryFile data(mod_.TempPath("temp.dat"));
+    if (!ExportTo(data)) {
       return false;
     }
     if (record_.rscCompression == Int16(rco::kCompressionZlib)) {
       // What can't be unpacked is tried as it is.
-      const std::filesystem::path unpacked = mod_.TempPath("temp2.dat");
-      if (DecompressFile(data, unpacked)) {
-        CopyWholeFile(unpacked, data);
+      const TemporaryFile unpacked(mod_.TempPath("temp2.dat"));
+      if (DecompressFile(data.Path(), unpacked.Path())) {
+        CopyWholeFile(unpacked.Path(), data.Path());
       }
     }
     c32bppDIB image(context_.pictures);
-    image.LoadPicture_File(data, 0, 0);
+    image.LoadPicture_File(data.Path(), 0, 0);
     Render(image);
     SetSize(image.Width(), image.Height());
     return true;
   }
 
   bool DrawGim() {
-    const std::filesystem::path data = mod_.TempPath("temp.dat");
-    const std::filesystem::path gim = mod_.TempPath("temp.gim");
-    const std::filesystem::path bitmap = mod_.TempPath("temp.bmp");
-    if (!ExportTo("temp.dat") || !DecompressFile(data, gim) || !GimToBitmap(gim, bitmap, true, mod_.cAppPath)) {
+    const TemporaryFile data(mod_.TempPath("temp.dat"));
+    const TemporaryFile gim(mod_.TempPath("temp.gim"));
+    const TemporaryFile bitmap(mod_.TempPath("temp.bmp"));
+    if (!ExportTo(data) || !DecompressFile(data.Path(), gim.Path()) ||
+        !GimToBitmap(gim.Path(), bitmap.Path(), true, mod_.cAppPath)) {
       return false;
     }
     c32bppDIB image(context_.pictures);
-    image.LoadPicture_File(bitmap, 0, 0);
+    image.LoadPicture_File(bitmap.Path(), 0, 0);
     Render(image);
-    const BitmapHeader header = ReadBitmapHeader(bitmap);
+    const BitmapHeader header = ReadBitmapHeader(bitmap.Path());
     SetSize(header.biWidth, header.biHeight);
     return true;
   }

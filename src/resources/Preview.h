@@ -23,7 +23,7 @@ struct PreviewContext {
 
 // The selection of lst changed, or what it selects did. An image is exported, unpacked and drawn anew each time; sounds
 // and models show no picture. What can't be shown is told by the display alone. Failures: those of DecompressFile on
-// what is stored. The temporary files are deleted on every way out.
+// what is stored. The temporary files that it made are deleted on every way out.
 void ShowSelectedResource(const PreviewContext& context);
 
 }  // namespace kelvane

@@ -70,9 +70,14 @@ struct RecordingSurface : Surface {
     bool operator==(const Drawing&) const = default;
   };
   std::vector<Drawing> drawings;
+  // How often it was cleared, which takes the drawings away.
+  int cleared = 0;
   bool succeeds = true;
 
-  void Clear() override { drawings.clear(); }
+  void Clear() override {
+    drawings.clear();
+    ++cleared;
+  }
   bool Blend(const PixelView& source, std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,
              std::uint8_t constantAlpha, bool perPixelAlpha) override {
     drawings.push_back({.pixels = Bytes(source.pixels.begin(), source.pixels.end()),
