@@ -5,7 +5,6 @@
 
 #include "cli/Commands.h"
 #include "common/Encoding.h"
-#include "common/RuntimeFailure.h"
 #include "platform/QImageSurface.h"
 
 namespace kelvane::cli {
@@ -99,7 +98,7 @@ void Preview(Session& session, const Arguments& arguments) {
     throw Refusal("there is no picture to write");
   }
   if (!straight.save(QString::fromStdString(arguments.path), "PNG")) {
-    throw RuntimeFailure(FailureCode::PathAccessError);
+    throw Refusal(arguments.path + ": the picture can't be written");
   }
 }
 

@@ -83,9 +83,11 @@ void Image(Session& session, const Arguments& arguments) {
   const auto [cx, cy] = IconSize(arguments.icon);
   QtPictureLoader pictures;
   c32bppDIB image(&pictures);
-  if (!image.LoadPicture_File(PathFromUtf8(arguments.source), cx, cy) ||
-      !image.SaveToFile(PathFromUtf8(arguments.target))) {
+  if (!image.LoadPicture_File(PathFromUtf8(arguments.source), cx, cy)) {
     throw Refusal(arguments.source + ": the image can't be loaded");
+  }
+  if (!image.SaveToFile(PathFromUtf8(arguments.target))) {
+    throw Refusal(arguments.target + ": the bitmap can't be written");
   }
   Table table({"name", "value"});
   table.Add({std::string("Width"), std::int64_t{image.Width()}});
