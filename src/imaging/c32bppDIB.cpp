@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <limits>
 #include <utility>
 
 #include "common/Files.h"
@@ -175,8 +174,7 @@ bool c32bppDIB::InitializeDIB(std::int32_t width, std::int32_t height) {
     return false;
   }
   const std::int64_t rows = height < 0 ? -std::int64_t{height} : std::int64_t{height};
-  constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
-  if (rows > kMost / 4 / width) {
+  if (rows > kMaxArrayBytes / 4 / width) {
     return false;
   }
   // calloc takes large blocks from the system as pages that are zero until they are written: an image of which little

@@ -90,8 +90,8 @@ class c32bppDIB {
   [[nodiscard]] const void* handle() const { return bits_.get(); }
 
   // Makes the object a bitmap of that size whose bytes are all 0, which parsers rely on; a negative height counts as
-  // its absolute value. False, the object being empty then, for a width below 1, a height of 0, more than 2^31 - 1
-  // bytes, and where memory is short.
+  // its absolute value. False, the object being empty then, for a width below 1, a height of 0, more than
+  // kMaxArrayBytes, and where memory is short.
   bool InitializeDIB(std::int32_t width, std::int32_t height);
   // Makes the object empty. ImageType and ManageOwnDC keep their values.
   void DestroyDIB();

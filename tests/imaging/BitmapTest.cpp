@@ -80,7 +80,7 @@ TEST(InitializeDIB, RefusesWhatIsNoSizeAndLeavesTheObjectEmpty) {
     std::int32_t height;
   } sizes[] = {{-1, 1},        {0, 1},         {1, 0},         {kLeast, 1},        {1, kLeast},
                {536870912, 1}, {1, 536870912}, {23171, 23171}, {0x10000, 0x10000}, {0x40000000, 0x40000000},
-               {kMost, kMost}};
+               {kMost, kMost}, {16384, 16385}, {16385, 16384}, {268435457, 1}};
   for (const auto& size : sizes) {
     c32bppDIB image;
     ASSERT_TRUE(image.InitializeDIB(1, 1));
@@ -89,6 +89,12 @@ TEST(InitializeDIB, RefusesWhatIsNoSizeAndLeavesTheObjectEmpty) {
     EXPECT_EQ(image.Width(), 0);
     EXPECT_EQ(image.Height(), 0);
   }
+}
+
+TEST(InitializeDIB, ABitmapTakesAtMostAGibibyte) {
+  c32bppDIB image;
+  ASSERT_TRUE(image.InitializeDIB(16384, 16384));
+  EXPECT_EQ(image.Pixels().size(), std::size_t{1} << 30);
 }
 
 TEST(DestroyDIB, EmptiesTheObjectButKeepsWhoManagesItsContext) {

@@ -87,6 +87,25 @@ TEST(cGIFparser, OtherExtensionsAndZeroBytesAreSteppedOver) {
   EXPECT_EQ(PixelsOfFile(Join({GifHeader(2, 2, kGlobal), zeros, plainText, zeros, GifImage(Frame())})), kPainted);
 }
 
+TEST(cGIFparser, AnApplicationBlocksFirstLengthIsNoEndOfItsBlocks) {
+  // A name of no bytes, then a block of 2 and the end. Read as blocks it would end at the name's length.
+  const Bytes nameless = {0x21, 0xFF, 0, 2, 0x2C, 0x2C, 0};
+  EXPECT_EQ(PixelsOfFile(Join({GifHeader(2, 2, kGlobal), nameless, GifImage(Frame())})), kPainted);
+  // Of any other extension it is that end.
+  Bytes comment = nameless;
+  comment[1] = 0xFE;
+  EXPECT_EQ(PixelsOfFile(Join({GifHeader(2, 2, kGlobal), comment, GifImage(Frame())})), Bytes());
+}
+
+TEST(cGIFparser, AGraphicControlTakes8BytesWhateverLengthItTells) {
+  for (const std::uint8_t length : {std::uint8_t{0}, std::uint8_t{9}, std::uint8_t{255}}) {
+    Bytes control = GifControl(1);
+    control[2] = length;
+    EXPECT_EQ(PixelsOfFile(Join({GifHeader(2, 2, kGlobal), control, GifImage(Frame())})),
+              (Bytes{32, 31, 30, 255, 42, 41, 40, 255, 12, 11, 10, 255, 0, 0, 0, 0}));
+  }
+}
+
 TEST(cGIFparser, AGraphicControlWithoutTheBitIsNoTransparency) {
   // The index byte is there all the same.
   const Bytes control = {0x21, 0xF9, 4, 0, 0, 0, 1, 0};

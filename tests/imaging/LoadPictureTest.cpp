@@ -191,6 +191,19 @@ TEST(LoadPicture_File, AnIconThatCannotBeExpandedIsFalseThoughThereIsABitmap) {
   EXPECT_TRUE(image.LoadPicture_File(folder.Write("b", Bytes(80, 1)), 0, 0));
 }
 
+TEST(LoadPicture_File, AnIconWhoseMaskLiesOutsideTheFileIsFalseThoughThereIsABitmap) {
+  const TempFolder folder;
+  FakePictures pictures;
+  pictures.picture = std::make_unique<FakePicture>();
+  c32bppDIB image(&pictures);
+  // With no bytes told for the image its mask would begin before the file.
+  test::IcoImage broken = test::PlainIcoImage(16, 24, 1, 2, 3);
+  broken.bytesInRes = 0;
+  EXPECT_FALSE(image.LoadPicture_File(folder.Write("a", test::BuildIco({.images = {broken}})), 0, 0));
+  EXPECT_NE(image.handle(), nullptr);
+  EXPECT_TRUE(pictures.asked.empty());
+}
+
 TEST(LoadPicture_Stream, EveryKindLoadsFromBytes) {
   for (const auto& [bytes, kind] : {std::pair{kPng, ImageKind::Png},
                                     {kIcon, ImageKind::IconWithAlpha},

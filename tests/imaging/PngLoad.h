@@ -8,6 +8,7 @@
 
 #include "imaging/cPNGparser.h"
 #include "support/PngBuilder.h"
+#include "support/TempFolder.h"
 
 namespace kelvane::test {
 
@@ -77,6 +78,55 @@ inline PngImage OneRow(std::uint8_t colourType, std::uint8_t bitDepth, std::vect
   image.bitDepth = bitDepth;
   image.samples = std::move(samples);
   return image;
+}
+
+inline constexpr std::uint32_t kWrongCrc = 0x12345678;
+
+// Chunks of a picture of one grey pixel of value 7.
+inline Bytes Ihdr(std::uint8_t bitDepth = 8, std::uint8_t colourType = 0) {
+  return PngChunkOf("IHDR", PngHeaderData(1, 1, bitDepth, colourType));
+}
+inline Bytes IdatData() {
+  return ZlibStream(Bytes{0, 7});
+}
+inline Bytes Idat() {
+  return PngChunkOf("IDAT", IdatData());
+}
+inline Bytes Iend() {
+  return PngChunkOf("IEND", {});
+}
+
+inline void ExpectGrey7(const Load& load) {
+  ASSERT_TRUE(load.loaded);
+  EXPECT_EQ(load.Pixels(), std::vector<Pixel>{Grey(7)});
+}
+
+inline void ExpectRefusedUntouched(const std::vector<Bytes>& chunks, const char* what = "") {
+  const Load load = LoadPng(PngFileOf(chunks));
+  EXPECT_FALSE(load.loaded) << what;
+  EXPECT_TRUE(load.Untouched()) << what;
+}
+
+inline bool LoadsAsFile(const Bytes& bytes) {
+  const TempFolder folder;
+  c32bppDIB host;
+  return cPNGparser().LoadFile(folder.Write("picture.png", bytes), host);
+}
+
+inline Load LoadImage(const PngImage& image) {
+  return LoadPng(BuildPng(image));
+}
+
+inline std::vector<Pixel> PixelsOfImage(const PngImage& image) {
+  const Load load = LoadImage(image);
+  EXPECT_TRUE(load.loaded);
+  return load.Pixels();
+}
+
+// A file of that header whose image data, not yet deflated, is `raw`.
+inline Bytes PngOfRaw(std::int32_t width, std::int32_t height, std::uint8_t bitDepth, std::uint8_t colourType,
+                      const Bytes& raw, std::uint8_t interlaceMethod = 0) {
+  return PngFileOf(PngHeaderData(width, height, bitDepth, colourType, interlaceMethod), ZlibStream(raw));
 }
 
 }  // namespace kelvane::test
