@@ -62,9 +62,27 @@ class Contenders {
         qtBytes_(
             QByteArray::fromRawData(reinterpret_cast<const char*>(png.data()), static_cast<qsizetype>(png.size()))) {}
 
+  // Ends the bench unless ours and an independent reader come to the same pixels.
+  void RequireAgreement() {
+    c32bppDIB ours;
+    LoadOurs(ours);
+    int width = 0;
+    int height = 0;
+    int channels = 0;
+    stbi_set_flip_vertically_on_load(1);
+    stbi_uc* const pixels =
+        stbi_load_from_memory(png_.data(), static_cast<int>(png_.size()), &width, &height, &channels, 4);
+    stbi_set_flip_vertically_on_load(0);
+    Check(pixels != nullptr && width == ours.Width() && height == ours.Height(), "the sizes differ");
+    ToPremultiplied(pixels, ours.Pixels().size() / 4);
+    const bool same = std::equal(ours.Pixels().begin(), ours.Pixels().end(), pixels);
+    stbi_image_free(pixels);
+    Check(same, "the pixels differ");
+  }
+
   void Ours() {
     c32bppDIB image;
-    Check(cPNGparser().LoadStream(png_, image, 0, static_cast<std::int32_t>(png_.size())), "ours");
+    LoadOurs(image);
   }
 
   void Libpng() {
@@ -123,6 +141,10 @@ class Contenders {
   }
 
  private:
+  void LoadOurs(c32bppDIB& image) {
+    Check(cPNGparser().LoadStream(png_, image, 0, static_cast<std::int32_t>(png_.size())), "ours");
+  }
+
   const Bytes& png_;
   bool hasAlpha_;
   ImageData data_;
@@ -207,6 +229,7 @@ void Run(int largestSide) {
         }
         const Bytes png = MakePng(kind, content, side);
         Contenders contenders(png, kind.colourType == PNG_COLOR_TYPE_RGBA);
+        contenders.RequireAgreement();
         const std::vector<double> seconds = Measure(contenders);
         const char* const contentName = content == Content::Photo ? "photo" : "drawn";
         std::printf("%-16s %-6s %5d  %9.0f  %34s", kind.name.c_str(), contentName, side, seconds[0] * 1e6, "");

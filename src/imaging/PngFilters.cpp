@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
+#if defined(__x86_64__)
+#include <smmintrin.h>
 #endif
 
 namespace kelvane {
@@ -66,7 +66,8 @@ void UnfilterPaeth(const std::uint8_t* raw, const std::uint8_t* above, std::uint
 template <std::size_t Step>
 constexpr PngFilters kPortable = {UnfilterSub<Step>, UnfilterUp, UnfilterAverage<Step>, UnfilterPaeth<Step>};
 
-#if defined(__SSE2__)
+#if defined(__x86_64__)
+#define KELVANE_SSE41 [[gnu::target("sse4.1")]]
 
 // A pixel of Step bytes in the low half of a register, each byte widened to 16 bits. Reads and writes whole steps of 4
 // or 8 bytes: what is too much is overwritten by the next pixel or lies in the row's slack.
@@ -127,38 +128,49 @@ void UnfilterAverageSse2(const std::uint8_t* raw, const std::uint8_t* above, std
   }
 }
 
-// As NearestToGradient; `tripleLessAbove` is what doesn't wait for `left`.
-inline __m128i PaethSse2(__m128i left, __m128i above, __m128i aboveLeft, __m128i tripleLessAbove) {
-  const __m128i t = _mm_sub_epi16(tripleLessAbove, left);
-  const __m128i lower = _mm_min_epi16(left, above);
-  const __m128i higher = _mm_max_epi16(left, above);
-  const __m128i belowHigher = _mm_cmpgt_epi16(higher, t);
-  const __m128i aboveLower = _mm_cmpgt_epi16(t, lower);
-  const __m128i notHigher = _mm_or_si128(_mm_and_si128(belowHigher, aboveLeft), _mm_andnot_si128(belowHigher, lower));
-  return _mm_or_si128(_mm_and_si128(aboveLower, notHigher), _mm_andnot_si128(aboveLower, higher));
-}
-
+// As NearestToGradient.
 template <std::size_t Step>
-void UnfilterPaethSse2(const std::uint8_t* raw, const std::uint8_t* above, std::uint8_t* row, std::size_t length) {
+KELVANE_SSE41 void UnfilterPaethSse41(const std::uint8_t* raw, const std::uint8_t* above, std::uint8_t* row,
+                                      std::size_t length) {
   __m128i left = _mm_setzero_si128();
   __m128i aboveLeft = _mm_setzero_si128();
   for (std::size_t i = 0; i < length; i += Step) {
     const __m128i aboveIt = LoadPixel<Step>(above + i);
+    // What doesn't wait for `left` comes first.
     const __m128i tripleLessAbove =
         _mm_sub_epi16(_mm_add_epi16(aboveLeft, _mm_add_epi16(aboveLeft, aboveLeft)), aboveIt);
-    left = _mm_add_epi8(LoadPixel<Step>(raw + i), PaethSse2(left, aboveIt, aboveLeft, tripleLessAbove));
+    const __m128i t = _mm_sub_epi16(tripleLessAbove, left);
+    const __m128i lower = _mm_min_epi16(left, aboveIt);
+    const __m128i higher = _mm_max_epi16(left, aboveIt);
+    const __m128i notHigher = _mm_blendv_epi8(lower, aboveLeft, _mm_cmpgt_epi16(higher, t));
+    const __m128i nearest = _mm_blendv_epi8(higher, notHigher, _mm_cmpgt_epi16(t, lower));
+    left = _mm_add_epi8(LoadPixel<Step>(raw + i), nearest);
     aboveLeft = aboveIt;
     StorePixel<Step>(row + i, left);
   }
 }
 
-template <std::size_t Step>
-constexpr PngFilters kSse2 = {UnfilterSubSse2<Step>, UnfilterUp, UnfilterAverageSse2<Step>, UnfilterPaethSse2<Step>};
-// A pixel of one byte is best added in the general registers, where there is less to wait for.
-template <>
-constexpr PngFilters kSse2<1> = {UnfilterSubBytesSse2, UnfilterUp, UnfilterAverage<1>, UnfilterPaeth<1>};
-
+#undef KELVANE_SSE41
 #endif
+
+template <std::size_t Step>
+PngFilters Best() {
+  PngFilters filters = kPortable<Step>;
+#if defined(__x86_64__)
+  if constexpr (Step == 1) {
+    filters.sub = UnfilterSubBytesSse2;
+  } else {
+    filters.sub = UnfilterSubSse2<Step>;
+  }
+  // Pixels of fewer bytes are soonest predicted in the general registers, all bytes of one side by side.
+  if constexpr (Step >= 4) {
+    static const bool hasSse41 = __builtin_cpu_supports("sse4.1") != 0;
+    filters.average = UnfilterAverageSse2<Step>;
+    filters.paeth = hasSse41 ? UnfilterPaethSse41<Step> : UnfilterPaeth<Step>;
+  }
+#endif
+  return filters;
+}
 
 }  // namespace
 
@@ -190,24 +202,20 @@ PngFilters PortablePngFiltersFor(std::int32_t sourceStep) {
 }
 
 PngFilters PngFiltersFor(std::int32_t sourceStep) {
-#if defined(__SSE2__)
   switch (sourceStep) {
     case 2:
-      return kSse2<2>;
+      return Best<2>();
     case 3:
-      return kSse2<3>;
+      return Best<3>();
     case 4:
-      return kSse2<4>;
+      return Best<4>();
     case 6:
-      return kSse2<6>;
+      return Best<6>();
     case 8:
-      return kSse2<8>;
+      return Best<8>();
     default:
-      return kSse2<1>;
+      return Best<1>();
   }
-#else
-  return PortablePngFiltersFor(sourceStep);
-#endif
 }
 
 }  // namespace kelvane

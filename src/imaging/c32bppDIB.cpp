@@ -2,7 +2,12 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <memory>
 #include <utility>
+
+#if defined(__linux__)
+#include <sys/mman.h>
+#endif
 
 #include "common/Files.h"
 #include "common/Int16.h"
@@ -19,6 +24,19 @@ namespace {
 constexpr std::int32_t kBmpHeaderBytes = 54;
 // No image file is shorter.
 constexpr std::int64_t kLeastFileBytes = 57;
+
+// Asks for pages of 2 MiB under a large block, which come in a fraction of the time when it is first written. Only a
+// hint: where the system doesn't take it, nothing changes.
+void PreferLargePages([[maybe_unused]] void* block, [[maybe_unused]] std::size_t size) {
+#if defined(__linux__)
+  constexpr std::size_t kWorthIt = std::size_t{8} << 20;
+  constexpr std::size_t kPage = 4096;
+  void* start = block;
+  if (size >= kWorthIt && std::align(kPage, size - kPage, start, size) != nullptr) {
+    (void)madvise(start, size / kPage * kPage, MADV_HUGEPAGE);
+  }
+#endif
+}
 
 // What `load` gives; false where it fails.
 template <class Load>
@@ -185,6 +203,7 @@ bool c32bppDIB::InitializeDIB(std::int32_t width, std::int32_t height) {
   }
   dibWidth_ = width;
   dibHeight_ = static_cast<std::int32_t>(rows);
+  PreferLargePages(bits_.get(), PixelBytes());
   return true;
 }
 
