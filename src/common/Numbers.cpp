@@ -1,5 +1,6 @@
 #include "common/Numbers.h"
 
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -50,12 +51,13 @@ double LeadingRadix(std::string_view digits, int base) {
 }  // namespace
 
 std::string HexOf(std::uint32_t value) {
-  std::string digits;
+  std::array<char, 8> digits{};
+  std::size_t first = digits.size();
   do {
-    digits.insert(digits.begin(), kHexDigits[value & 0xF]);
+    digits[--first] = kHexDigits[value & 0xF];
     value >>= 4;
   } while (value != 0);
-  return digits;
+  return {digits.data() + first, digits.size() - first};
 }
 
 std::string HexOf(std::int32_t value) {

@@ -45,6 +45,26 @@ void AddLine(ListLines& list, Int16 depth, const std::string& text) {
   list.Add(std::string((Int16(3) * depth).Index(), ' ') + text);
 }
 
+// What the walks read of an entry's head, but its type and label.
+struct EntryHead {
+  std::int32_t size = 0;
+  std::int32_t children = 0;
+  std::int32_t next = 0;
+  std::int32_t previous = 0;
+};
+
+// Reads the head at the file's position in one go, its type and label into `record`.
+EntryHead ReadHead(RcoFile& file, EntryRec& record) {
+  std::array<std::uint8_t, rco::entryParent> bytes{};
+  file.Read(bytes);
+  record.recType = ReadI32(bytes, rco::entryClass);
+  record.recLabel = ReadI32(bytes, rco::entryLabel);
+  return {.size = ReadI32(bytes, rco::entrySize),
+          .children = ReadI32(bytes, rco::entryChildren),
+          .next = ReadI32(bytes, rco::entryNext),
+          .previous = ReadI32(bytes, rco::entryPrev)};
+}
+
 // The table's pointers in the file's order, without the zeros at their end.
 std::vector<std::int32_t> ReadSortedPointers(RcoFile& file, std::int32_t offset, std::int32_t byteLength) {
   std::vector<std::int32_t> pointers = ReadPointers(file, offset, byteLength);
@@ -123,13 +143,11 @@ void TableWalk::Run(std::int32_t endBound) {
 void TableWalk::ReadEntry(std::int32_t position, std::int32_t end, EntryRec& record) {
   record.recPos = position;
   file_.Seek(position);
-  record.recType = file_.ReadI32();
-  record.recLabel = file_.ReadI32();
+  const EntryHead head = ReadHead(file_, record);
   AddLine(list_, depth_, Line(record));
   record.recDepth = depth_.Int();
-  file_.Skip(rco::entrySize - rco::entryHeadSize);
-  record.recSize = file_.ReadI32();
-  At(counters_, depth_.Int() + 1) = file_.ReadI32();
+  record.recSize = head.size;
+  At(counters_, depth_.Int() + 1) = head.children;
   if (record.recSize == 0) {
     record.recSize = CheckedInt32(std::int64_t{end} - position);
   }
@@ -157,37 +175,25 @@ void TableWalk::StepDepth() {
   }
 }
 
-// Reads a child's head but its parent distance, at the file's position, with the rules for its length. Answers the
-// number of its own children and the distance to its next sibling.
-struct ChildHead {
-  std::int32_t children = 0;
-  std::int32_t next = 0;
-};
-
-ChildHead ReadChildHead(RcoFile& file, EntryRec& record, bool last, std::int32_t& usedBytes, std::int32_t totalBytes) {
-  ChildHead head;
-  file.Skip(rco::entrySize - rco::entryHeadSize);
-  record.recSize = file.ReadI32();
-  head.children = file.ReadI32();
-  head.next = file.ReadI32();
-  const std::int32_t previous = file.ReadI32();
-  if (record.recSize < 1) {
-    record.recSize = head.next;
-  }
+// Sets the length of a child that may have none of its own: the distance to its next sibling, then what is left of its
+// parent for the last child and the distance to the previous sibling for any other, and again that to the next one.
+// `usedBytes` counts what the children in front of the last one take of their parent.
+void SetChildSize(const EntryHead& head, bool last, std::int32_t& usedBytes, std::int32_t totalBytes,
+                  EntryRec& record) {
+  record.recSize = head.size < 1 ? head.next : head.size;
   if (last) {
     if (record.recSize < 1) {
       record.recSize = CheckedInt32(std::int64_t{totalBytes} - usedBytes);
     }
   } else {
     if (record.recSize < 1) {
-      record.recSize = previous;
+      record.recSize = head.previous;
     }
     usedBytes = AddInt32(usedBytes, record.recSize);
   }
   if (record.recSize < 1) {
     record.recSize = head.next;
   }
-  return head;
 }
 
 }  // namespace
@@ -202,14 +208,13 @@ void ScanChildEntries(std::int32_t childCount, std::vector<EntryRec>& recs, Int1
   for (std::int32_t child = 0; child < childCount; ++child) {
     EntryRec& record = At(recs, (recIndex + Int16(1)).Int());
     record.recPos = CheckedInt32(file.Position());
-    record.recType = file.ReadI32();
-    record.recLabel = file.ReadI32();
+    const EntryHead head = ReadHead(file, record);
     if (const std::string_view own = OperationName(record.recType); !own.empty()) {
       name = own;
     }
     AddLine(list, depth, "[0x" + HexOf(record.recType) + "] " + std::string(name));
     record.recDepth = depth.Int();
-    const ChildHead head = ReadChildHead(file, record, child == childCount - 1, usedBytes, totalBytes);
+    SetChildSize(head, child == childCount - 1, usedBytes, totalBytes, record);
     file.Seek(AddInt32(record.recPos, record.recSize));
     ++recIndex;
     if (head.children > 0) {

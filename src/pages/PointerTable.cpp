@@ -24,6 +24,7 @@ std::int32_t PointerCount(std::int32_t byteLength) {
 
 std::vector<std::int32_t> ReadPointers(RcoFile& file, std::int32_t offset, std::int32_t byteLength) {
   const std::int64_t count = PointerCount(byteLength);
+  file.Seek(offset);  // fails before anything is allocated
   const std::int64_t inFile = (file.Length() - offset + kPointerSize - 1) / kPointerSize;
   std::vector<std::int32_t> pointers(static_cast<std::size_t>(std::clamp(inFile, std::int64_t{0}, count)));
   file.ReadLongsAt(offset, pointers);

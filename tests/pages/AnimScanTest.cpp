@@ -242,5 +242,87 @@ TEST_F(AnimScan, AFailureLeavesThe4096RecordsAsTheyWereFilled) {
   EXPECT_EQ(document_.animRecs[2], EntryRec());
 }
 
+TEST_F(AnimScan, AnAnimationWithoutASizeReachesToTheEndBoundIfItIsTheLast) {
+  Anims({0x200, 0x240});
+  bytes_.Head(0x200, 0x901, 0, 0, 0).Head(0x240, 0x901, 4, 0, 0);
+  Scan(false, 0x2C8);
+  EXPECT_THAT(Sizes(), ElementsAre(0x40, 0x88));
+}
+
+TEST_F(AnimScan, AnAnimationWithANegativeLabelShowsItsRowNumberWithTheOperationsCounted) {
+  Anims({0x200, 0x300});
+  bytes_.Head(0x200, 0x901, -1, 40, 2)
+      .Head(0x228, 0x902, -1, 44, 0)
+      .Head(0x254, 0x902, -1, 44, 0)
+      .Head(0x300, 0x901, -1, 40, 0);
+  Scan(false);
+  EXPECT_THAT(Lines(), ElementsAre("项目 #0", "   [0x902] 设置对象坐标", "   [0x902] 设置对象坐标", "项目 #3"));
+}
+
+TEST_F(AnimScan, ADistanceBelow1IsNoLengthUntilThereIsNoOther) {
+  Anims({0x200});
+  bytes_.Head(0x200, 0x901, 0, 0x100, 2)
+      .Head(0x300, 0x902, -1, -3, 0, -0x90, -0x50)
+      .Head(0x300 - 0x90, 0x903, -1, 0, 0);
+  Scan(false, 0x400);
+  // -3 gives way to the distance to the next, that to the one to the previous, which is what counts as used, and that
+  // again to the one to the next. The last one takes the rest: 0x200 - (40 - 0x50).
+  EXPECT_THAT(Sizes(), ElementsAre(0x100, -0x90, 552));
+}
+
+TEST_F(AnimScan, ANestedOperationStartsWithoutANameAndItsOwnNameStaysThere) {
+  Anims({0x200});
+  bytes_.Head(0x200, 0x901, 0, 40, 2)
+      .Head(0x228, 0x902, -1, 44, 2, 132)
+      .Head(0x254, 0x904, -1, 44, 0)
+      .Head(0x280, 0x908, -1, 44, 0)
+      .Head(0x2AC, 0x904, -1, 44, 0);
+  Scan(false);
+  EXPECT_THAT(Lines(), ElementsAre("one @ 0x200", "   [0x902] 设置对象坐标", "      [0x904] ", "      [0x908] 触发事件",
+                                   "   [0x904] 设置对象坐标"));
+}
+
+TEST_F(AnimScan, RecordsOfOperationsNestedBelowTheLastOneFallAway) {
+  Anims({0x200});
+  bytes_.Head(0x200, 0x901, 0, 40, 1).Head(0x228, 0x902, -1, 44, 1, 88).Head(0x254, 0x903, -1, 44, 0);
+  Scan(false);
+  EXPECT_EQ(Lines().size(), 3U);
+  EXPECT_THAT(document_.animRecs, ElementsAre(EntryRec{0, 40, 0x200, 0x901, 0}, EntryRec{-1, 44, 0x228, 0x902, 1}));
+}
+
+TEST_F(AnimScan, TheNextAnimationOverwritesRecordsOfNestedOperations) {
+  Anims({0x200, 0x300});
+  bytes_.Head(0x200, 0x901, 0, 40, 1)
+      .Head(0x228, 0x902, -1, 44, 1, 88)  // row 1, record 1
+      .Head(0x254, 0x903, -1, 48, 0)      // row 2, nested: record 3
+      .Head(0x300, 0x901, 4, 40, 1)       // row 3, record 2
+      .Head(0x328, 0x907, -1, 44, 0);     // row 4, record 3
+  Scan(false);
+  EXPECT_EQ(Lines().size(), 5U);
+  EXPECT_THAT(document_.animRecs, ElementsAre(EntryRec{0, 40, 0x200, 0x901, 0}, EntryRec{-1, 44, 0x228, 0x902, 1},
+                                              EntryRec{4, 40, 0x300, 0x901, 0}, EntryRec{-1, 44, 0x328, 0x907, 1}));
+}
+
+TEST_F(AnimScan, AnAnimationWithinTheOperationsOfAnotherIsListedTwice) {
+  Anims({0x200, 0x228});
+  bytes_.Head(0x200, 0x901, 0, 40, 1).Head(0x228, 0x908, 4, 44, 0);
+  Scan(false);
+  EXPECT_THAT(Lines(), ElementsAre("one @ 0x200", "   [0x908] 触发事件", "two @ 0x228"));
+}
+
+TEST_F(AnimScan, AnAnimationThatIsItsOwnOperationEndsAtTheRecords) {
+  Anims({0x200});
+  bytes_.Head(0x200, 0x901, 0, 0, 1);
+  EXPECT_EQ(FailureOfScan(0x200), 9);  // of no length, so that its operation is read from its own place
+  EXPECT_EQ(Lines()[2], "      [0x901] ");
+}
+
+TEST_F(AnimScan, SizesThatAddUpBeyond32BitsAreFailure6) {
+  Anims({0x200});
+  bytes_.Head(0x200, 0x901, 0, 40, 2).Head(0x228, 0x902, -1, 0x7FFFFFF0, 0);
+  EXPECT_EQ(FailureOfScan(), 6);
+  EXPECT_EQ(document_.animRecs[1], (EntryRec{-1, 0x7FFFFFF0, 0x228, 0x902, 1}));
+}
+
 }  // namespace
 }  // namespace kelvane

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <limits>
 #include <random>
 #include <utility>
 
@@ -234,6 +235,68 @@ TEST_F(PageScan, ATableOf32768LinesOverflows) {
   bytes_.Head(0xB0, 0x801, 0, 64, 0);
   EXPECT_EQ(FailureOfScan(), 6);
   EXPECT_EQ(document_.pageCount.Int(), 0);
+}
+
+// --- hostile tables
+
+TEST_F(PageScan, ATableBehindTheEndOfTheFileHasNoEntries) {
+  bytes_.Words(rco::hdrPagePtrs, {0x100000, 64});
+  Scan(true);
+  EXPECT_EQ(document_.pageCount.Int(), 0);
+  EXPECT_THAT(Lines(), IsEmpty());
+}
+
+TEST_F(PageScan, OnlyWholePointersCount) {
+  Pages({0x200, 0x240});
+  bytes_.Words(rco::hdrPagePtrs, {kPointers, 7}).Head(0x200, 0x801, 0, 64, 0).Head(0x240, 0x801, 4, 64, 0);
+  Scan(true);
+  EXPECT_THAT(Lines(), ElementsAre("one @ 0x200"));
+}
+
+TEST_F(PageScan, AWildCountOfChildrenLeavesAllThatFollowsOneLevelDown) {
+  Pages({0x200, 0x240, 0x280});
+  bytes_.Head(0x200, 0x801, 0, 64, 0x7FFFFFFF).Head(0x240, 0x801, 4, 64, 0).Head(0x280, 0x801, 8, 64, 0);
+  Scan(true);
+  EXPECT_THAT(Lines(), ElementsAre("one @ 0x200", "   two @ 0x240", "   three @ 0x280"));
+}
+
+TEST_F(PageScan, RepeatedAndOverlappingPointersAreALineEach) {
+  Pages({0x214, 0x200, 0x200});
+  // At 0x214 the entry's head begins with the first one's distances: all zeros.
+  bytes_.Head(0x200, 0x801, 4, 0, 0);
+  Scan(true);
+  EXPECT_THAT(Lines(), ElementsAre("two @ 0x200", "two @ 0x200", "one @ 0x214"));
+  EXPECT_THAT(document_.pageRecs, ElementsAre(EntryRec{4, 0, 0x200, 0x801, 0}, EntryRec{4, 0x14, 0x200, 0x801, 0},
+                                              EntryRec{0, kEnd - 0x214, 0x214, 0, 0}));
+}
+
+TEST_F(PageScan, AnEndBoundInFrontOfTheLastEntryGivesANegativeLength) {
+  Pages({0x200});
+  bytes_.Head(0x200, 0x801, 0, 0, 0);
+  Scan(true, 0x180);
+  EXPECT_EQ(document_.pageRecs[0].recSize, -0x80);
+}
+
+TEST_F(PageScan, ALengthBeyond32BitsIsFailure6) {
+  Pages({0x200});
+  bytes_.Head(0x200, 0x801, 0, 0, 0);
+  EXPECT_EQ(FailureOfScan(std::numeric_limits<std::int32_t>::min()), 6);
+  EXPECT_THAT(Lines(), ElementsAre("one @ 0x200"));
+}
+
+TEST_F(PageScan, ANameInFrontOfTheFileIsNoLabel) {
+  Pages({0x200});
+  bytes_.Head(0x200, 0x801, 4, 64, 0);
+  document_.labelBase = -5;
+  Scan(true);
+  EXPECT_THAT(Lines(), ElementsAre("<No label> @ 0x200"));
+}
+
+TEST_F(PageScan, ANameWithoutAnEndIsToldAsSuch) {
+  Pages({0x200});
+  bytes_.Head(0x200, 0x801, 0x400, 64, 0).Text(kLabels + 0x400, std::string(255, 'x'));
+  Scan(true);
+  EXPECT_THAT(Lines(), ElementsAre("<Error retrieving label> @ 0x200"));
 }
 
 }  // namespace
