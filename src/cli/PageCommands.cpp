@@ -89,7 +89,7 @@ void PrintChoices(Session& session, const Arguments& arguments) {
   ChooseWord(session, EntryTable::Page, arguments.row, arguments.dataRow);
   const std::optional<EditChoices> choices = session.App().ChoicesOfSelectedRow();
   if (!choices.has_value()) {
-    throw Refusal("this row has no list of values");
+    throw Refusal(session.Prompts().Refused() ? "" : "this row has no list of values");
   }
   Table table({"row", "value", "label", "selected"});
   for (std::size_t row = 0; row < choices->lines.size(); ++row) {
@@ -186,11 +186,13 @@ void AddPageCommands(CLI::App& app, Action& action) {
   add(app, "areas", "Lists the pointer tables as stored, and all labels and event strings",
       [](Session& session, const Arguments&) { PrintAreas(session); });
   withDataRow(withRow(withTable(add(app, "set-word", "Changes one word of an entry", SetWord))))
-      ->add_option("VALUE", arguments->value,
-                   "A number, 8 hexadecimal digits, or a row of the list, as the word asks for")
+      ->add_option(
+          "VALUE", arguments->value,
+          "A number, 8 hexadecimal digits, or a row of the list, as the word asks for; behind -- what begins with "
+          "a minus and no digit")
       ->required();
   withRow(add(app, "set-position", "Changes the position block of a page entry", SetPosition))
-      ->add_option("VALUES", arguments->position, "The 13 values")
+      ->add_option("VALUES", arguments->position, "The 13 values; behind -- what begins with a minus and no digit")
       ->required()
       ->expected(13);
 
@@ -199,7 +201,9 @@ void AddPageCommands(CLI::App& app, Action& action) {
   CLI::App* addPage = add(*page, "add", "Adds an entry to the page table", AddPage);
   addPage->add_option("--at", arguments->page.txtPos, "The row that it is put before")->required();
   addPage->add_option("--depth", arguments->page.txtDepth, "Its depth, 0 for a child of the root")->required();
-  addPage->add_option("--class", arguments->page.cboID, "Its class, counted from 1")->required();
+  addPage->add_option("--class", arguments->page.cboID, "Its class, 1 to 25")
+      ->required()
+      ->check(CLI::Range(1, static_cast<int>(kPageKinds.size())));
   addPage->add_option("--label", arguments->page.txtLabel, "Its name")->required();
 }
 

@@ -95,9 +95,11 @@ std::optional<int> TerminalPrompts::ShowEditList(const std::vector<std::string>&
   int row = -1;
   const char* const end = value_->data() + value_->size();
   const std::from_chars_result parsed = std::from_chars(value_->data(), end, row);
-  if (parsed.ec != std::errc() || parsed.ptr != end || row < 0 || row >= static_cast<int>(lines.size())) {
-    throw UsageError("VALUE: this word takes a row of the list of its values, 0 to " +
-                     std::to_string(lines.size() - 1));
+  if (parsed.ec == std::errc::invalid_argument || parsed.ptr != end) {
+    throw UsageError("VALUE: this word takes a row of the list of its values, counted from 0");
+  }
+  if (parsed.ec != std::errc() || row < 0 || row >= static_cast<int>(lines.size())) {
+    throw Refusal("VALUE " + *value_ + " is not there: the list has " + std::to_string(lines.size()));
   }
   return row;
 }

@@ -45,7 +45,7 @@ class TerminalPrompts : public Prompts {
   std::string AskText(const std::string& prompt, const std::string& defaultText) override;
   // A UsageError for what isn't 8 hexadecimal digits.
   std::optional<std::string> ShowEditVal(const std::string& text) override;
-  // A UsageError for what isn't the number of a line.
+  // A UsageError for what is no number, a Refusal for a line that isn't there.
   std::optional<int> ShowEditList(const std::vector<std::string>& lines, int selected) override;
   void ShowVagReplace(bool stereo, const std::function<bool(const VagChoice&)>& accept) override;
 

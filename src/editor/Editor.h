@@ -107,7 +107,8 @@ class Editor {
   bool cmdAnimChange();
   // Writes the position block of the selected page from the texts of its boxes.
   void cmdPagePosChange(const std::array<std::string, 13>& txtPageOpt);
-  // What frmEditList would list for the selected row of lstPageData; nothing for a row that has no list.
+  // What frmEditList would list for the selected row of lstPageData; nothing for a row that has no list. A blank row is
+  // told about, as cmdPageChange does.
   [[nodiscard]] std::optional<EditChoices> ChoicesOfSelectedRow() const;
   // The button that opens frmOther: its lists, or nothing where no file is open, which was told.
   std::optional<RandomInfo> cmdOther();

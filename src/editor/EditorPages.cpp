@@ -37,7 +37,7 @@ void Editor::cmdPagePosChange(const std::array<std::string, 13>& txtPageOpt) {
 }
 
 std::optional<EditChoices> Editor::ChoicesOfSelectedRow() const {
-  return kelvane::ChoicesOfSelectedRow(mod_, document_);
+  return kelvane::ChoicesOfSelectedRow(mod_, document_, ports_.prompts);
 }
 
 std::optional<RandomInfo> Editor::cmdOther() {

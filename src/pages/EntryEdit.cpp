@@ -42,6 +42,10 @@ std::int32_t WordOfText(std::string_view text) {
   return std::bit_cast<std::int32_t>(SingleOf(LeadingNumber(text)));
 }
 
+void TellBlank(Prompts& prompts) {
+  Tell(prompts, "Not much can be done with a blank entry... :S", Icon::Information);
+}
+
 std::optional<NewValue> AskForFloat(Prompts& prompts, const std::string& rowText) {
   const std::string answer = prompts.AskText("输入新数值", rowText);
   if (answer.empty()) {
@@ -155,7 +159,7 @@ bool cmdPageChange(Mod& mod, RcoDocument& document, Prompts& prompts, Watch& wat
   const std::string rowText = document.lstPageData.Text(document.lstPageData.Selected());
   const Row row = RowOf(rowText);
   if (row.kind == RowKind::Blank) {
-    Tell(prompts, "Not much can be done with a blank entry... :S", Icon::Information);
+    TellBlank(prompts);
     return false;
   }
 
@@ -206,11 +210,14 @@ void cmdPagePosChange(Mod& mod, RcoDocument& document, Watch& watch, const std::
   document.entries.txtPageOpt = txtPageOpt;
 }
 
-std::optional<EditChoices> ChoicesOfSelectedRow(const Mod& mod, const RcoDocument& document) {
+std::optional<EditChoices> ChoicesOfSelectedRow(const Mod& mod, const RcoDocument& document, Prompts& prompts) {
   if (document.lstPage.Selected() < 0 || document.lstPageData.Selected() < 0) {
     return std::nullopt;
   }
   const Row row = RowOf(document.lstPageData.Text(document.lstPageData.Selected()));
+  if (row.kind == RowKind::Blank) {
+    TellBlank(prompts);
+  }
   if (row.kind != RowKind::Reference || !HasChoices(row.type)) {
     return std::nullopt;
   }

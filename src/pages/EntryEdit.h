@@ -49,8 +49,9 @@ bool cmdAnimChange(Mod& mod, RcoDocument& document, Prompts& prompts, Watch& wat
 // number beyond the singles.
 void cmdPagePosChange(Mod& mod, RcoDocument& document, Watch& watch, const std::array<std::string, 13>& txtPageOpt);
 
-// What cmdPageChange would list for the selected row of lstPageData; nothing where it asks otherwise or no row is
-// selected. Failures: those of ListChoices.
-[[nodiscard]] std::optional<EditChoices> ChoicesOfSelectedRow(const Mod& mod, const RcoDocument& document);
+// What cmdPageChange would list for the selected row of lstPageData; nothing where it asks otherwise, where it only
+// tells about a blank row, as is done here too, or where no row is selected. Failures: those of ListChoices.
+[[nodiscard]] std::optional<EditChoices> ChoicesOfSelectedRow(const Mod& mod, const RcoDocument& document,
+                                                              Prompts& prompts);
 
 }  // namespace kelvane

@@ -79,9 +79,19 @@ TEST_F(PageCommandsTest, ATableThatIsNeitherIsWrongUsage) {
 
 TEST_F(PageCommandsTest, ChoicesListsTheValuesOfAReference) {
   EXPECT_EQ(Run({"choices", path, "0", "0"}).out, "0\t244\tbg\t*\n1\t300\tlogo\t\n");
-  const test::CliResult none = Run({"choices", path, "0", "1"});
-  EXPECT_EQ(none.status, 1);
-  EXPECT_EQ(none.out, "");
+}
+
+TEST_F(PageCommandsTest, ARowWithoutAListHasNoChoices) {
+  for (const char* row : {"1", "2", "5"}) {
+    const test::CliResult none = Run({"choices", path, "0", row});
+    EXPECT_EQ(none.status, 1) << row;
+    EXPECT_EQ(none.out, "") << row;
+    EXPECT_EQ(none.err, "error: this row has no list of values\n") << row;
+  }
+  const test::CliResult blank = Run({"choices", path, "0", "4"});
+  EXPECT_EQ(blank.status, 1);
+  EXPECT_EQ(blank.out, "");
+  EXPECT_EQ(blank.err, "info: Not much can be done with a blank entry... :S\n");
 }
 
 TEST_F(PageCommandsTest, SetWordTakesANumberForAFloat) {
@@ -99,7 +109,31 @@ TEST_F(PageCommandsTest, SetWordTakes8DigitsForAHexadecimalWord) {
 TEST_F(PageCommandsTest, SetWordTakesARowForAReference) {
   EXPECT_EQ(Run({"set-word", path, "page", "0", "0", "1"}).status, 0);
   EXPECT_EQ(Word(0, 1), 300);
-  EXPECT_EQ(Run({"set-word", path, "page", "0", "0", "2"}).status, 2);
+}
+
+TEST_F(PageCommandsTest, ARowThatTheListOfValuesDoesNotHaveIsRefusedAndAnythingElseIsWrongUsage) {
+  for (const char* row : {"2", "-1", "99999999999"}) {
+    const test::CliResult result = Run({"set-word", path, "page", "0", "0", row});
+    EXPECT_EQ(result.status, 1) << row;
+    EXPECT_EQ(result.err, std::string("error: VALUE ") + row + " is not there: the list has 2\n");
+  }
+  for (const char* row : {"logo", "1x", "0.5", " 1"}) {
+    EXPECT_EQ(Run({"set-word", path, "page", "0", "0", row}).status, 2) << row;
+  }
+  EXPECT_EQ(ReadWholeFile(path), built.bytes);
+}
+
+TEST_F(PageCommandsTest, AValueThatBeginsLikeAnOptionStandsBehindTwoHyphens) {
+  EXPECT_EQ(Run({"set-word", path, "page", "0", "1", "-.5"}).status, 2);
+  EXPECT_EQ(ReadWholeFile(path), built.bytes);
+  EXPECT_EQ(Run({"set-word", path, "page", "0", "1", "--", "-.5"}).status, 0);
+  EXPECT_EQ(std::bit_cast<float>(Word(0, 2)), -0.5F);
+  EXPECT_EQ(
+      Run({"set-position", path, "1", "--", "-.5", "2", "3", "4", "5", "6", "7", "8", "9", "10", "11", "12", "-x"})
+          .status,
+      0);
+  EXPECT_EQ(std::bit_cast<float>(Word(1, 0)), -0.5F);
+  EXPECT_EQ(Word(1, 12), 0);
 }
 
 TEST_F(PageCommandsTest, AnEmptyValueIsACancelAndLeavesTheFileAlone) {
@@ -151,6 +185,40 @@ TEST_F(PageCommandsTest, PageAddPutsAnEntryIn) {
   EXPECT_EQ(result.status, 0) << result.err;
   EXPECT_NE(Run({"pages", path}).out.find("1\tpage_new @ 0x"), std::string::npos) << Run({"pages", path}).out;
   EXPECT_EQ(Run({"page", "add", path, "--at", "0", "--depth", "0", "--class", "1", "--label", "x"}).status, 1);
+}
+
+TEST_F(PageCommandsTest, AClassOutside1To25IsWrongUsage) {
+  for (const char* kind : {"0", "26", "257", "-1", "x"}) {
+    EXPECT_EQ(Run({"page", "add", path, "--at", "1", "--depth", "0", "--class", kind, "--label", "x"}).status, 2)
+        << kind;
+  }
+  EXPECT_EQ(ReadWholeFile(path), built.bytes);
+}
+
+TEST_F(PageCommandsTest, AnEmptyDepthIsToldAndEndsWith1) {
+  const test::CliResult result = Run({"page", "add", path, "--at", "1", "--depth", "", "--class", "1", "--label", "x"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err, "warning: Must enter a depth value!\n");
+  EXPECT_EQ(ReadWholeFile(path), built.bytes);
+}
+
+TEST_F(PageCommandsTest, RowsThatAreNotThereAreRefusedAndWhatIsNoRowIsWrongUsage) {
+  const std::vector<std::pair<std::vector<std::string>, std::string>> kCases = {
+      {{"entry", path, "page", "3"}, "ROW 3 is not there: the file has 3"},
+      {{"entry", path, "anim", "-1"}, "ROW -1 is not there: the file has 1"},
+      {{"choices", path, "3", "0"}, "ROW 3 is not there: the file has 3"},
+      {{"choices", path, "0", "6"}, "DATAROW 6 is not there: the file has 6"},
+      {{"set-word", path, "page", "0", "6", "1"}, "DATAROW 6 is not there: the file has 6"},
+      {{"set-word", path, "anim", "1", "0", "1"}, "ROW 1 is not there: the file has 1"}};
+  for (const auto& [arguments, message] : kCases) {
+    const test::CliResult result = Run(arguments);
+    EXPECT_EQ(result.status, 1) << message;
+    EXPECT_EQ(result.out, "") << message;
+    EXPECT_EQ(result.err, "error: " + message + "\n");
+  }
+  EXPECT_EQ(Run({"entry", path, "page", "one"}).status, 2);
+  EXPECT_EQ(Run({"choices", path, "0"}).status, 2);
+  EXPECT_EQ(ReadWholeFile(path), built.bytes);
 }
 
 }  // namespace

@@ -202,6 +202,7 @@ TEST_F(EditorPages, ACancelledChangeIsNone) {
   prompts.ExpectEditVal("00000077", std::nullopt);
   EXPECT_FALSE(editor.cmdPageChange());
   editor.lstPageData_Click(5);
+  prompts.ExpectTell("Not much can be done with a blank entry... :S", Icon::Information);
   EXPECT_FALSE(editor.ChoicesOfSelectedRow().has_value());
   prompts.ExpectTell("Not much can be done with a blank entry... :S", Icon::Information);
   EXPECT_FALSE(editor.cmdPageChange());
@@ -247,6 +248,15 @@ TEST_F(EditorPages, ARefusedNewPageChangesNothing) {
   prompts.ExpectTell("Must enter a depth value!", Icon::Exclamation);
   EXPECT_FALSE(editor.frmAddPage_cmdOK({.txtLabel = "new", .txtPos = "1", .txtDepth = "", .cboID = 0}));
   EXPECT_EQ(OnDisk(), built_.bytes);
+}
+
+// Of a kind without words of its own; the label is in the file by then. The dialog closes whatever the answer is.
+TEST_F(EditorPages, ANewPageOfAKindWithoutWordsFailsInItsHandler) {
+  Open();
+  prompts.ExpectUnknownFailure(FailureCode::SubscriptOutOfRange, Answer::No);
+  EXPECT_TRUE(editor.frmAddPage_cmdOK({.txtLabel = "new", .txtPos = "1", .txtDepth = "1", .cboID = 2}));
+  EXPECT_EQ(OnDisk().size(), built_.bytes.size() + 4);
+  EXPECT_EQ(ReadWholeFile(folder / "f.rco.bak"), built_.bytes);
 }
 
 }  // namespace

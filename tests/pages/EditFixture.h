@@ -31,6 +31,15 @@ constexpr std::int32_t Word(float value) {
   return std::bit_cast<std::int32_t>(value);
 }
 
+// The record of an image, a sound or a model (1, 2, 3).
+inline GenRsc Resource(int kind, std::int32_t label, std::int32_t entryPos) {
+  GenRsc record;
+  record.rscKind = kind;
+  record.labelOffset = label;
+  record.entryPos = entryPos;
+  return record;
+}
+
 class Editing : public ::testing::Test {
  protected:
   Editing() {

@@ -14,6 +14,7 @@ using test::kBody;
 using test::kEntry;
 using test::kEvents;
 using test::NumberOf;
+using test::Resource;
 using test::Strings;
 using ::testing::ElementsAre;
 
@@ -115,15 +116,6 @@ TEST_F(Editing, AnEventAreaThatReachesBehindTheFileEndsWithTheFile) {
   // The area runs on through the entry: 0x400, 8 and the other bytes behind "third" that aren't NUL.
   prompts_.ExpectEditList({"first", "second", "third", "\x04", "\x08"}, 1, std::nullopt);
   ChangePage();
-}
-
-// An image record of that label, a sound, a model.
-GenRsc Resource(int kind, std::int32_t label, std::int32_t entryPos) {
-  GenRsc record;
-  record.rscKind = kind;
-  record.labelOffset = label;
-  record.entryPos = entryPos;
-  return record;
 }
 
 class EditingResources : public Editing {
@@ -252,19 +244,33 @@ TEST_F(Editing, ACancelledListLeavesTheFileAlone) {
 
 TEST_F(Editing, TheChoicesOfTheSelectedRowAreWhatTheDialogLists) {
   Show({0x400, 16, 0x409, kEntry, 0x40C, 0, 7}, 0);
-  const std::optional<EditChoices> events = ChoicesOfSelectedRow(mod_, document_);
+  const std::optional<EditChoices> events = ChoicesOfSelectedRow(mod_, document_, prompts_);
   ASSERT_TRUE(events.has_value());
   EXPECT_THAT(events->lines, ElementsAre("first", "second", "third"));
   EXPECT_THAT(events->values, ElementsAre(0, 8, 16));
   EXPECT_EQ(events->selected, 2);
 
   document_.lstPageData.Select(1);
-  EXPECT_EQ(ChoicesOfSelectedRow(mod_, document_)->selected, 0);
+  EXPECT_EQ(ChoicesOfSelectedRow(mod_, document_, prompts_)->selected, 0);
   for (const int row : {2, 3, -1}) {
     document_.lstPageData.Select(row);
-    EXPECT_FALSE(ChoicesOfSelectedRow(mod_, document_).has_value()) << row;
+    EXPECT_FALSE(ChoicesOfSelectedRow(mod_, document_, prompts_).has_value()) << row;
   }
   ExpectUntouched();
+}
+
+TEST_F(Editing, ABlankRowHasNoChoicesAndIsTold) {
+  Show({0xFFFF, -1, 7}, 0);
+  prompts_.ExpectTell("Not much can be done with a blank entry... :S", Icon::Information);
+  EXPECT_FALSE(ChoicesOfSelectedRow(mod_, document_, prompts_).has_value());
+}
+
+TEST_F(Editing, EventsAreReadInThe8BitCodePageAndEmptyPartsCount) {
+  // "a" at 0 and three bytes at 6, NULs between them.
+  bytes_.Words(kEvents, {'a', 0x74E90000, 0xE9}).Words(rco::hdrEventLength, {9});
+  Show({0x400, 6, 7}, 0);
+  prompts_.ExpectEditList({"a", "\u00E9t\u00E9"}, 1, std::nullopt);
+  ChangePage();
 }
 
 }  // namespace
