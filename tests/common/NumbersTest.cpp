@@ -32,6 +32,43 @@ TEST(PadLeft, ANegativeCountIsFailure5AndNotATruncation) {
   EXPECT_EQ(NumberOf([] { (void)PadLeft("403", 2, '0'); }), 5);
 }
 
+TEST(PadLeft, AWidthOfTheTextOrOfNothingAddsNothing) {
+  EXPECT_EQ(PadLeft("", 0, '0'), "");
+  EXPECT_EQ(PadLeft("", 3, ' '), "   ");
+  EXPECT_EQ(PadLeft("7", 1, '0'), "7");
+  EXPECT_EQ(NumberOf([] { (void)PadLeft("7", 0, '0'); }), 5);
+  EXPECT_EQ(NumberOf([] { (void)PadLeft("", -1, '0'); }), 5);
+}
+
+struct HexCase {
+  const char* text;
+  std::int32_t asLong;
+  std::int32_t asShort;
+};
+
+TEST(HexToValue, ReadsBothWidths) {
+  constexpr HexCase kCases[] = {
+      {"0", 0, 0},
+      {"40C", 0x40C, 0x40C},
+      {"040c", 0x40C, 0x40C},
+      {"7FFF", 0x7FFF, 0x7FFF},
+      {"8000", 0x8000, -32768},
+      {"FFFE", 0xFFFE, -2},
+      {"12:4", 0x12, 0x12},
+      {" 12", 0, 0},
+      {"-1", 0, 0},
+      {"&H1", 0, 0},
+      {"0x12", 0, 0},
+      {"AbCd", 0xABCD, -21555},
+      {"000G", 0, 0},
+      {"1] 0xFF", 1, 1},
+  };
+  for (const HexCase& test : kCases) {
+    EXPECT_EQ(HexToValue(test.text, true), test.asLong) << test.text;
+    EXPECT_EQ(HexToValue(test.text, false), test.asShort) << test.text;
+  }
+}
+
 TEST(HexToValue, StopsAtTheFirstCharacterThatIsNoDigit) {
   EXPECT_EQ(HexToValue("1f] 0x", true), 0x1F);
   EXPECT_EQ(HexToValue("", true), 0);

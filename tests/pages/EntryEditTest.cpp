@@ -297,5 +297,71 @@ TEST_F(Editing, APositionBlockWithoutASelectedLineIsFailure9) {
   ExpectUntouched();
 }
 
+TEST_F(Editing, APositionBlockIs52BytesEvenBehindAShorterBodyAndTheEndOfTheFile) {
+  Show({7}, 0);
+  std::array<std::string, 13> typed;
+  typed.fill("2");
+  cmdPagePosChange(mod_, document_, watch_, typed);
+  Bytes expected = bytes_.Content();
+  expected.resize(kBody + 52);
+  for (int i = 0; i < 13; ++i) {
+    WriteU32(expected, kBody + i * 4, 0x40000000);
+  }
+  EXPECT_EQ(OnDisk(), expected);
+}
+
+// --- what changed on disk in the meantime
+
+TEST_F(Editing, AHexadecimalValueIsReadFromTheRowAndNotFromTheFile) {
+  Show({0x7F, 9}, 0);
+  bytes_.Words(kBody, {0x80});
+  folder_.Write("f.rco", bytes_.Content());
+  prompts_.ExpectEditVal("0000007F", "00000081");
+  ChangePage();
+  ExpectOnlyChange(0, 0x81);
+}
+
+TEST_F(Editing, AListsSelectionIsReadFromTheFileAndNotFromTheRow) {
+  Show({0x401, 1, 7}, 0);
+  bytes_.Words(kBody + 4, {2});
+  folder_.Write("f.rco", bytes_.Content());
+  prompts_.ExpectEditList({"alpha", "beta", "gamma"}, 2, 0);
+  ChangePage();
+  ExpectOnlyChange(1, 0);
+  EXPECT_EQ(Rows().front(), "[text] alpha");
+}
+
+// --- what is around the write
+
+TEST_F(Editing, WithBackupsTurnedOffThereIsNoneAndTheWatcherStopsAllTheSame) {
+  Show({0x7F, 9}, 0);
+  mod_.cNoUpdatBak = true;
+  prompts_.ExpectEditVal("0000007F", "00000001");
+  ChangePage();
+  EXPECT_THAT(folder_.Names(), ElementsAre("f.rco"));
+  EXPECT_THAT(watch_.Calls(), ElementsAre("stop", "start"));
+}
+
+TEST_F(Editing, AFileThatIsGoneIsFailure53AndNoneIsMadeInItsPlace) {
+  Show({0x7F, 9}, 0);
+  std::filesystem::remove(folder_ / "f.rco");
+  EXPECT_EQ(NumberOf([&] { ChangePage(); }), 53);
+  prompts_.ExpectEditVal("0000007F", "00000001");
+  EXPECT_EQ(NumberOf([&] { ChangeAnim(); }), 53);
+  EXPECT_EQ(NumberOf([&] { cmdPagePosChange(mod_, document_, watch_, {}); }), 53);
+  EXPECT_THAT(folder_.Names(), ::testing::IsEmpty());
+}
+
+TEST_F(Editing, APlaceBeyond32BitsIsFailure6AndLeavesTheFileAlone) {
+  Show({0x7F, 9}, 1);
+  document_.pageRecs[0].recPos = 0x7FFFFFF0;
+  document_.animRecs[0].recPos = 0x7FFFFFF0;
+  EXPECT_EQ(NumberOf([&] { ChangePage(); }), 6);
+  prompts_.ExpectEditVal("00000009", "00000001");
+  EXPECT_EQ(NumberOf([&] { ChangeAnim(); }), 6);
+  EXPECT_EQ(NumberOf([&] { cmdPagePosChange(mod_, document_, watch_, {}); }), 6);
+  ExpectUntouched();
+}
+
 }  // namespace
 }  // namespace kelvane

@@ -93,5 +93,22 @@ TEST(HexField, KeysMoveTheCursorAndNeverChangeTheText) {
   }
 }
 
+TEST(HexField, OfAllCodesOnlyThoseOfDigitsColonAndAToFPass) {
+  const std::u16string typed = u"0123456789:ABCDEFabcdef";
+  const std::u16string shown = u"0123456789:ABCDEFABCDEF";
+  for (int code = 0; code < 0x180; ++code) {
+    const std::size_t place = typed.find(static_cast<char16_t>(code));
+    const bool passes = code != 0 && place != std::u16string::npos;
+    HexField field = FieldWith(u"12345678", 4);
+    field.KeyPress(code);
+    std::u16string expected = u"12345678";
+    if (passes) {
+      expected[4] = shown[place];
+    }
+    EXPECT_EQ(field.Text(), expected) << code;
+    EXPECT_EQ(field.Cursor(), passes ? 5 : code == 8 ? 3 : 4) << code;
+  }
+}
+
 }  // namespace
 }  // namespace kelvane
