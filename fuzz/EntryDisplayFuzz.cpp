@@ -1,5 +1,5 @@
-// Every row of the page and animation lists of any file, shown: the rows stand for exactly the words of the entry,
-// plain floats read back to their words, and the choices of references and the raw lists end.
+// Entries of the page and animation tables of any file, shown: the rows stand for exactly the words of the entry, plain
+// floats read back to their words, and the choices of references and the raw lists end.
 #include <algorithm>
 #include <bit>
 
@@ -9,8 +9,8 @@
 #include "container/RcoFormat.h"
 #include "pages/EntryDisplay.h"
 #include "pages/EntryEdit.h"
-#include "pages/EntryScan.h"
 #include "pages/PlainFloat.h"
+#include "pages/PointerTable.h"
 #include "pages/RandomInfo.h"
 
 namespace kelvane {
@@ -19,11 +19,12 @@ namespace {
 using fuzz::Require;
 using fuzz::Succeeds;
 
-// How many words of an input are looked at, and how many rows of an entry are asked for their choices. Entries that
-// claim to be longer than this, which repeat the zeros behind the end of the file, are passed over: they take all the
-// time.
-constexpr std::int32_t kWords = 8192;
-constexpr int kRows = 256;
+// How many words and lists of choices of an input are looked at, and how many entries, images and texts there are to
+// choose from. Longer lists and bodies, which repeat the zeros behind the end of the file, take all the time.
+constexpr std::int32_t kWords = 1024;
+constexpr int kChoices = 16;
+constexpr std::size_t kEntries = 16;
+constexpr std::int32_t kPointerBytes = 1024;
 
 std::int32_t WordCount(const EntryRec& record) {
   return record.recSize < rco::kSmallestWithBody ? 0 : (record.recSize - rco::kEntryHeadSize) / rco::kWordSize;
@@ -38,7 +39,16 @@ void CheckPlainRow(const std::string& text, RowKind kind, std::int32_t word) {
   }
 }
 
-void CheckPageRows(RcoFile& file, const RcoDocument& document, const EntryRec& record) {
+void CheckChoices(RcoFile& file, const RcoDocument& document, std::int32_t type, std::int32_t value) {
+  EditChoices choices;
+  if (Succeeds([&] { choices = ListChoices(file, document, type, value); })) {
+    Require(choices.values.size() >= choices.lines.size(), "every line has a value");
+    Require(choices.selected >= -1 && choices.selected < static_cast<int>(choices.lines.size()),
+            "the selected line is there");
+  }
+}
+
+void CheckPageRows(RcoFile& file, const RcoDocument& document, const EntryRec& record, int& choices) {
   std::int32_t word = document.entries.pageDataStart.Int();
   for (int row = 0; row < document.lstPageData.Count(); ++row) {
     const std::string& text = document.lstPageData.Text(row);
@@ -46,9 +56,8 @@ void CheckPageRows(RcoFile& file, const RcoDocument& document, const EntryRec& r
     const std::int64_t position = std::int64_t{record.recPos} + rco::kEntryHeadSize + std::int64_t{word} * 4;
     if (text.starts_with('[')) {
       Require(kind.kind == RowKind::Reference || kind.kind == RowKind::Blank, "a row in brackets is a pair");
-      const std::int32_t value = file.ReadI32At(position + 4);
-      if (HasChoices(kind.type) && row < kRows) {
-        Succeeds([&] { (void)ListChoices(file, document, kind.type, value); });
+      if (HasChoices(kind.type) && choices-- > 0) {
+        CheckChoices(file, document, kind.type, file.ReadI32At(position + 4));
       }
       word += 2;
     } else {
@@ -59,12 +68,9 @@ void CheckPageRows(RcoFile& file, const RcoDocument& document, const EntryRec& r
   Require(document.lstPageData.Count() == 0 || word == WordCount(record), "the rows stand for all words");
 }
 
-// Whether a line's entry is looked at. A line need not have a record.
-bool Afford(const std::vector<EntryRec>& recs, int line, std::int32_t& budget) {
-  if (line >= static_cast<int>(recs.size())) {
-    return true;
-  }
-  const std::int32_t words = WordCount(recs[static_cast<std::size_t>(line)]);
+// Whether an entry is looked at.
+bool Afford(const EntryRec& record, std::int32_t& budget) {
+  const std::int32_t words = WordCount(record);
   if (words > budget) {
     return false;
   }
@@ -74,42 +80,71 @@ bool Afford(const std::vector<EntryRec>& recs, int line, std::int32_t& budget) {
 
 void ShowPages(RcoFile& file, RcoDocument& document) {
   std::int32_t budget = kWords;
-  for (int line = 0; line < document.lstPage.Count(); ++line) {
-    if (!Afford(document.pageRecs, line, budget)) {
-      continue;
-    }
-    document.lstPage.Select(line);
+  int choices = kChoices;
+  for (std::size_t line = 0; line < document.pageRecs.size(); ++line) {
+    const EntryRec& record = document.pageRecs[line];
+    document.lstPage.Select(static_cast<int>(line));
     document.lstPageData.Clear();
-    if (Succeeds([&] { ShowPageEntry(file, document); })) {
-      CheckPageRows(file, document, document.pageRecs.at(static_cast<std::size_t>(line)));
+    if (Afford(record, budget) && Succeeds([&] { ShowPageEntry(file, document); })) {
+      CheckPageRows(file, document, record, choices);
     }
   }
 }
 
 void ShowAnims(RcoFile& file, RcoDocument& document) {
   std::int32_t budget = kWords;
-  for (int line = 0; line < document.lstAnim.Count(); ++line) {
-    if (!Afford(document.animRecs, line, budget)) {
+  for (std::size_t line = 0; line < document.animRecs.size(); ++line) {
+    const EntryRec& record = document.animRecs[line];
+    document.lstAnim.Select(static_cast<int>(line));
+    document.lstAnimData.Clear();
+    if (!Afford(record, budget) || !Succeeds([&] { ShowAnimEntry(file, document); })) {
       continue;
     }
-    document.lstAnim.Select(line);
-    document.lstAnimData.Clear();
-    if (Succeeds([&] { ShowAnimEntry(file, document); })) {
-      const EntryRec& record = document.animRecs.at(static_cast<std::size_t>(line));
-      Require(document.lstAnimData.Count() == WordCount(record), "every word has a row");
-      for (int row = 0; row < document.lstAnimData.Count(); ++row) {
-        const std::string& text = document.lstAnimData.Text(row);
-        const std::int64_t position = std::int64_t{record.recPos} + rco::kEntryHeadSize + std::int64_t{row} * 4;
-        CheckPlainRow(text, RowOf(text).kind, file.ReadI32At(position));
-      }
+    Require(document.lstAnimData.Count() == WordCount(record), "every word has a row");
+    for (int row = 0; row < document.lstAnimData.Count(); ++row) {
+      const std::string& text = document.lstAnimData.Text(row);
+      const std::int64_t position = std::int64_t{record.recPos} + rco::kEntryHeadSize + std::int64_t{row} * 4;
+      CheckPlainRow(text, RowOf(text).kind, file.ReadI32At(position));
     }
   }
 }
 
-void Scan(RcoFile& file, RcoDocument& document, bool isPageTable) {
-  const std::int32_t endBound = file.ReadI32At(isPageTable ? rco::hdrAnimRoot : rco::hdrTextPtrs);
-  file.Seek(isPageTable ? rco::hdrPagePtrs : rco::hdrAnimPtrs);
-  Succeeds([&] { ScanEntryTable(file, endBound, document, isPageTable, false); });
+// The first entries of a pointer table as records, with a line for each. The walk over whole tables has its own target.
+std::vector<EntryRec> Entries(RcoFile& file, std::int32_t pairAt, ListLines& lines) {
+  std::vector<std::int32_t> pointers;
+  const std::int32_t offset = file.ReadI32At(pairAt);
+  const std::int32_t byteLength = file.ReadI32At(pairAt + 4);
+  Succeeds([&] { pointers = ReadPointers(file, offset, std::min(byteLength, kPointerBytes)); });
+  pointers.resize(std::min(pointers.size(), kEntries));
+  std::vector<EntryRec> recs;
+  for (const std::int32_t pointer : pointers) {
+    const std::int64_t position = std::max(pointer, 0);
+    recs.push_back({.recLabel = file.ReadI32At(position + rco::entryLabel),
+                    .recSize = file.ReadI32At(position + rco::entrySize),
+                    .recPos = pointer,
+                    .recType = file.ReadI32At(position),
+                    .recDepth = 0});
+    lines.Add("entry");
+  }
+  return recs;
+}
+
+// Resources and texts of any kind and place.
+void AddOthers(RcoFile& file, RcoDocument& document) {
+  const std::int32_t textRoot = std::max(file.ReadI32At(rco::hdrTextRoot), 0);
+  document.textRsc.resize(1);
+  for (std::size_t i = 0; i < kEntries; ++i) {
+    const std::int64_t place = static_cast<std::int64_t>(i) * rco::kTextRecSize;
+    document.textRsc[0].push_back({.textLabel = file.ReadI32At(std::int64_t{textRoot} + 88 + place)});
+    GenRsc record;
+    record.rscKind =
+        static_cast<std::int64_t>(static_cast<std::uint16_t>(file.ReadI16At(rco::hdrImageData + place)) % 4);
+    record.entryPos = file.ReadI32At(rco::hdrTextPtrs + place);
+    record.labelOffset = file.ReadI32At(rco::kHeaderSize + place);
+    document.genRsc.push_back(record);
+  }
+  document.textCount = std::int64_t{kEntries};
+  document.genCount = std::int64_t{kEntries};
 }
 
 void ShowAll(ByteView input) {
@@ -117,11 +152,16 @@ void ShowAll(ByteView input) {
   RcoFile& file = holder.File();
   RcoDocument document;
   document.labelBase = file.ReadI32At(rco::hdrLabelOffset);
-  Scan(file, document, true);
-  Scan(file, document, false);
+  document.pageRecs = Entries(file, rco::hdrPagePtrs, document.lstPage);
+  document.pageCount = static_cast<std::int64_t>(document.pageRecs.size());
+  document.animRecs = Entries(file, rco::hdrAnimPtrs, document.lstAnim);
+  document.animCount = static_cast<std::int64_t>(document.animRecs.size());
+  AddOthers(file, document);
   ShowPages(file, document);
   ShowAnims(file, document);
-  Succeeds([&] { (void)ReadRandomInfo(file); });
+  if (file.ReadI32At(rco::hdrPagePtrs + 4) < kPointerBytes && file.ReadI32At(rco::hdrAnimPtrs + 4) < kPointerBytes) {
+    Succeeds([&] { (void)ReadRandomInfo(file); });
+  }
 }
 
 }  // namespace

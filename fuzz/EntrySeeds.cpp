@@ -1,6 +1,9 @@
-// Files with pages, animations and all kinds of words.
+// Files with pages, animations and all kinds of words, and all good and broken files of the builders.
+#include <utility>
+
 #include "Seeds.h"
 #include "support/RcoBuilder.h"
+#include "support/RcoSeeds.h"
 
 namespace kelvane::fuzz {
 
@@ -56,6 +59,9 @@ std::vector<Bytes> Seeds() {
     RcoBuilder b;
     b.AddAnimation({.label = "anim", .children = {Operation(2)}});
     seeds.push_back(b.Build().bytes);
+  }
+  for (test::RcoSeed& seed : test::RcoSeeds()) {
+    seeds.push_back(std::move(seed.bytes));
   }
   return seeds;
 }

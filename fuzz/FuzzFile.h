@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <unistd.h>
 
 #include "common/RuntimeFailure.h"
 #include "container/RcoFile.h"
@@ -23,9 +24,38 @@ bool Succeeds(Action&& action) {
   }
 }
 
+// A file that is there as long as the program runs; in memory where the system has a place for that, since changed
+// files are flushed to disk.
+class TempFile {
+ public:
+  TempFile() {
+    const std::filesystem::path memory = "/dev/shm";
+    std::error_code error;
+    const std::filesystem::path folder =
+        std::filesystem::is_directory(memory, error) ? memory : std::filesystem::temp_directory_path();
+    std::string name = (folder / "kelvane-fuzz-XXXXXX").string();
+    const int made = mkstemp(name.data());
+    if (made < 0) {
+      throw std::runtime_error("no temporary file");
+    }
+    close(made);
+    path_ = name;
+  }
+  TempFile(const TempFile&) = delete;
+  TempFile& operator=(const TempFile&) = delete;
+  ~TempFile() {
+    std::error_code error;
+    std::filesystem::remove(path_, error);
+  }
+  [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
 class FuzzFile {
  public:
-  explicit FuzzFile(ByteView content) : file_(Empty().path) { file_.Assign(Bytes(content.begin(), content.end())); }
+  explicit FuzzFile(ByteView content) : file_(Empty()) { file_.Assign(Bytes(content.begin(), content.end())); }
   FuzzFile(const FuzzFile&) = delete;
   FuzzFile& operator=(const FuzzFile&) = delete;
   ~FuzzFile() { file_.Discard(); }
@@ -33,26 +63,9 @@ class FuzzFile {
   [[nodiscard]] RcoFile& File() { return file_; }
 
  private:
-  // An empty file that is there as long as the program runs.
-  struct EmptyFile {
-    EmptyFile() {
-      std::string name = (std::filesystem::temp_directory_path() / "kelvane-fuzz-XXXXXX").string();
-      if (mkstemp(name.data()) < 0) {
-        throw std::runtime_error("no temporary file");
-      }
-      path = name;
-    }
-    EmptyFile(const EmptyFile&) = delete;
-    EmptyFile& operator=(const EmptyFile&) = delete;
-    ~EmptyFile() {
-      std::error_code error;
-      std::filesystem::remove(path, error);
-    }
-    std::filesystem::path path;
-  };
-  static const EmptyFile& Empty() {
-    static const EmptyFile empty;
-    return empty;
+  static const std::filesystem::path& Empty() {
+    static const TempFile empty;
+    return empty.Path();
   }
 
   RcoFile file_;

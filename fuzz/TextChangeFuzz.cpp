@@ -7,6 +7,7 @@
 
 #include "FuzzFile.h"
 #include "FuzzTarget.h"
+#include "Script.h"
 #include "container/RcoFormat.h"
 #include "support/RcoBuilder.h"
 #include "text/TextEdit.h"
@@ -16,18 +17,7 @@ namespace kelvane {
 namespace {
 
 using fuzz::Require;
-
-// Takes the input's bytes one by one; zeros at the end.
-class Script {
- public:
-  explicit Script(ByteView input) : input_(input) {}
-  [[nodiscard]] bool AtEnd() const { return position_ >= input_.size(); }
-  std::uint8_t Next() { return AtEnd() ? 0 : input_[position_++]; }
-
- private:
-  ByteView input_;
-  std::size_t position_ = 0;
-};
+using fuzz::Script;
 
 // Texts of a file by text, then by language.
 using Texts = std::vector<std::vector<test::TextString>>;
