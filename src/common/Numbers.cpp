@@ -1,5 +1,6 @@
 #include "common/Numbers.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -46,6 +47,29 @@ double LeadingRadix(std::string_view digits, int base) {
     value = static_cast<std::uint32_t>(next);
   }
   return value <= 0xFFFF ? static_cast<std::int16_t>(value) : static_cast<std::int32_t>(value);
+}
+
+// Whether a number that no double holds is too large and not too near to 0: by the power of ten of its first digit that
+// isn't 0. `number` is digits with a full stop, perhaps behind a minus, and perhaps an exponent behind an e.
+bool IsTooLarge(std::string_view number) {
+  const std::size_t end = std::min(number.find('e'), number.size());
+  const std::string_view digits = number.substr(0, end);
+  const std::size_t first = digits.find_first_not_of("-0.");
+  if (first == std::string_view::npos) {
+    return false;
+  }
+  const std::size_t stop = std::min(digits.find('.'), digits.size());
+  const std::int64_t power = static_cast<std::int64_t>(stop) - static_cast<std::int64_t>(first);
+  std::string_view exponent = number.substr(std::min(end + 1, number.size()));
+  if (exponent.starts_with('+')) {
+    exponent.remove_prefix(1);
+  }
+  std::int32_t value = 0;
+  const std::from_chars_result parsed = std::from_chars(exponent.data(), exponent.data() + exponent.size(), value);
+  if (parsed.ec == std::errc::result_out_of_range) {
+    return !exponent.starts_with('-');
+  }
+  return power + value > 0;
 }
 
 }  // namespace
@@ -152,11 +176,10 @@ double LeadingNumber(std::string_view text) {
     return value;
   }
   // Out of range is either too near to 0, which is 0, or too large.
-  const std::size_t first = number.find_first_not_of("-0");
-  if (number.find("e-") != std::string::npos || first == std::string::npos || number[first] == '.') {
-    return 0;
+  if (IsTooLarge(number)) {
+    throw RuntimeFailure(FailureCode::Overflow);
   }
-  throw RuntimeFailure(FailureCode::Overflow);
+  return 0;
 }
 
 float SingleOf(double value) {

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <string>
 
 #include "common/Numbers.h"
 #include "common/RuntimeFailure.h"
@@ -122,6 +123,20 @@ TEST(LeadingNumber, AnAmpersandBeginsHexadecimalAndOctal) {
 TEST(LeadingNumber, TooLargeIsFailure6AndTooNearToZeroIsZero) {
   EXPECT_EQ(NumberOf([] { (void)LeadingNumber("1e999"); }), 6);
   EXPECT_EQ(LeadingNumber("1e-999"), 0);
+}
+
+TEST(LeadingNumber, WhatIsTooLargeIsToldByTheFirstDigitAndNotByTheExponentAlone) {
+  const std::string zeros(400, '0');
+  for (const std::string& text : {std::string("0.5e400"), std::string(".001e312"), "-1" + zeros, "1" + zeros + "e-10",
+                                  std::string("1e+99999999999999999999"), "0." + zeros + "1e800"}) {
+    EXPECT_EQ(NumberOf([&] { (void)LeadingNumber(text); }), 6) << text;
+  }
+  for (const std::string& text : {std::string("0.5e-400"), "0." + zeros + "1", "." + zeros + "1e50",
+                                  std::string("-7e-99999999999999999999"), std::string("0e999"), zeros + "e5"}) {
+    EXPECT_EQ(LeadingNumber(text), 0) << text;
+  }
+  EXPECT_EQ(LeadingNumber("1" + zeros + "e-395"), 1e5);
+  EXPECT_EQ(LeadingNumber("0." + zeros + "1e402"), 10);
 }
 
 TEST(SingleOf, IsTheNearestSingle) {
