@@ -216,7 +216,8 @@ void DeleteFileIfThere(const fs::path& path) {
 
 void DeleteFileQuietly(const fs::path& path) noexcept {
   std::error_code error;
-  if (!fs::is_directory(path, error)) {
+  // One call of the system is enough for a file that isn't there, which is what most of these find.
+  if (fs::symlink_status(path, error).type() != fs::file_type::not_found && !fs::is_directory(path, error)) {
     fs::remove(path, error);
   }
 }

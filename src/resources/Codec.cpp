@@ -1,6 +1,9 @@
 #include "resources/Codec.h"
 
 #include <array>
+#include <memory>
+#include <span>
+#include <system_error>
 #include <zlib.h>
 
 #include "common/FileWriter.h"
@@ -61,7 +64,9 @@ bool InflateChunks(ByteView wrapper, const ChunkSink& sink) {
   if (wrapper.size() <= kWrittenHead.size()) {
     throw RuntimeFailure(FailureCode::SubscriptOutOfRange);
   }
-  Bytes output(kInflateChunk);
+  // Not filled first: most images are far smaller than a chunk.
+  const auto memory = std::make_unique_for_overwrite<std::uint8_t[]>(kInflateChunk);
+  const std::span<std::uint8_t> output(memory.get(), kInflateChunk);
   Stream stream(wrapper.subspan(kWrittenHead.size()), inflateEnd);
   // An init that fails shows as the first inflate's failure.
   inflateInit2(stream.Get(), kRawStream);
@@ -76,7 +81,7 @@ bool InflateChunks(ByteView wrapper, const ChunkSink& sink) {
     if (got < 1) {
       return result;
     }
-    sink(ByteView(output).first(static_cast<std::size_t>(got)));
+    sink(output.first(static_cast<std::size_t>(got)));
     stream.SetOutput(output);
     result = true;
     // By a whole chunk even behind a short one, which makes `got` negative in the next pass and so ends the loop.
@@ -102,6 +107,10 @@ std::optional<Bytes> DeflateToWrapper(ByteView source, Int16 level) {
 }
 
 bool DecompressFile(const fs::path& srcPath, const fs::path& dstPath) {
+  // The source is open while the destination is deleted, and would be lost with it.
+  if (std::error_code error; fs::equivalent(srcPath, dstPath, error)) {
+    throw RuntimeFailure(FailureCode::PermissionDenied);
+  }
   return DecompressHeldFile(ReadWholeFile(srcPath), srcPath, dstPath, {});
 }
 

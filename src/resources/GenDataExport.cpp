@@ -50,7 +50,7 @@ fs::path WithSuffix(fs::path path, const char* suffix) {
 
 bool IsOpenFile(const Mod& mod, const fs::path& path) {
   std::error_code error;
-  return fs::equivalent(path, mod.cCurFile, error);
+  return fs::exists(path, error) && fs::equivalent(path, mod.cCurFile, error);
 }
 
 bool ExportGenData(const Mod& mod, const RcoDocument& document, fs::path& path, Int16 index, Prompts& prompts) {

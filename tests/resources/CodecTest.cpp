@@ -6,8 +6,8 @@
 
 #include "common/Files.h"
 #include "resources/Codec.h"
-#include "resources/DeflateBlocks.h"
 #include "support/Deflate.h"
+#include "support/DeflateBits.h"
 #include "support/Failures.h"
 #include "support/TempFolder.h"
 
@@ -15,9 +15,9 @@ namespace kelvane {
 namespace {
 
 namespace fs = std::filesystem;
+using test::DeflateBits;
 using test::NumberOf;
 using test::RawDeflate;
-using test::StoredBlock;
 using test::TempFolder;
 
 constexpr std::size_t kChunk = 65536;
@@ -61,6 +61,16 @@ const Bytes kHead = {0x78, 0xDA};
 const Bytes kEmptyStream = {0x03, 0x00};
 // A block of the type 3, which doesn't exist.
 const Bytes kBadBlock = {0x07};
+
+// A stream without the head that it is written behind.
+Bytes Headless(const Bytes& wrapper) {
+  return {wrapper.begin() + 2, wrapper.end()};
+}
+
+// A block that stores bytes as they are; it begins on a byte and ends on one.
+Bytes StoredBlock(ByteView data, bool last) {
+  return Headless(DeflateBits().Block(last, 0).Stored(data).Take());
+}
 
 // Runs DecompressFile on a source and tells its result and what it left.
 struct Decompressed {
@@ -239,6 +249,16 @@ TEST(InflateChunks, AFullDiskUnderTheSinkIsFailure61) {
             61);
 }
 
+TEST(DecompressFile, ASourceThatIsTheDestinationTooIsFailure70AndStaysAsItWas) {
+  const TempFolder folder;
+  for (const Bytes& source :
+       {Joined({kHead, RawDeflate(Varied(100))}), Joined({kHead, kBadBlock}), TextBytes("MIG.")}) {
+    folder.Write("file", source);
+    EXPECT_EQ(NumberOf([&] { DecompressFile(folder / "file", folder / "." / "file"); }), 70);
+    EXPECT_EQ(ReadWholeFile(folder / "file"), source);
+  }
+}
+
 TEST(DecompressFile, ALinkAtTheDestinationIsReplacedAndNotFollowed) {
   const TempFolder folder;
   folder.Write("source", Joined({kHead, RawDeflate(Varied(100))}));
@@ -258,17 +278,14 @@ TEST(InflateChunks, EveryChunkButTheLastIsWhole) {
 
 TEST(InflateChunks, AStreamThatReachesTwoGibibytesIsFailure6) {
   // A literal and then nothing but repetitions of 258 bytes: 13 bits each, so that the stream repeats every 13 bytes.
-  test::BitWriter bits;
-  bits.Put(1, 1);               // the last block
-  bits.Put(1, 2);               // with fixed codes
-  bits.PutCode(0b00110000, 8);  // the literal 0
+  DeflateBits bits;
+  bits.Block(true, 1).FixedSymbol(0);
   for (int i = 0; i < 16; ++i) {
-    bits.PutCode(0b11000101, 8);  // 258 bytes
-    bits.PutCode(0b00000, 5);     // from 1 byte back
+    bits.FixedSymbol(285).FixedDistance(0);  // 258 bytes from 1 byte back
   }
   constexpr std::size_t kPeriod = 13;
   constexpr std::int64_t kLimit = std::int64_t{1} << 31;
-  Bytes stream = bits.Written();
+  Bytes stream = Headless(bits.Take());
   stream.resize(2 + kPeriod);
   while (static_cast<std::int64_t>(stream.size()) < (kLimit / 258 + 258) * 13 / 8) {
     stream.push_back(stream[stream.size() - kPeriod]);

@@ -354,6 +354,31 @@ TEST_F(ExtractAllTest, AnUncompressedGimIsConvertedWhateverBecameOfItsExport) {
       (Contents{{"image.gim", SmallGim()}, {"image.bmp", SmallGimBitmap()}, {"image.32bit.bmp", SmallGimBitmap32()}}));
 }
 
+TEST_F(ExtractAllTest, ACompressedGimIsConvertedWhateverBecameOfItsExport) {
+  out.Write("image.gim", SmallGim());
+  builder.AddImage({.label = "image", .compression = 1, .data = {}});
+  Open();
+  ExtractAll();
+  EXPECT_EQ(
+      ContentsOf(out),
+      (Contents{{"image.gim", SmallGim()}, {"image.bmp", SmallGimBitmap()}, {"image.32bit.bmp", SmallGimBitmap32()}}));
+}
+
+TEST_F(ExtractAllTest, TheOpenFileItsFolderAndItsRecordsStayAsTheyWere) {
+  builder.AddImage({.label = "image", .compression = 1, .data = DeflateWrapped(SmallGim())});
+  builder.AddVag({.label = "stereo", .channel1 = SomeBytes(31, 2), .channel2 = SomeBytes(32, 3)});
+  builder.AddGmo({.label = "model", .data = SomeBytes(300)});
+  Open();
+  const RcoDocument before = document;
+  const FileDate date = DateOfFile(mod.cCurFile);
+  ExtractAll();
+  EXPECT_EQ(document.genRsc, before.genRsc);
+  EXPECT_EQ(document.lst.Lines(), before.lst.Lines());
+  EXPECT_EQ(ReadWholeFile(mod.cCurFile), built.bytes);
+  EXPECT_EQ(DateOfFile(mod.cCurFile), date);
+  EXPECT_EQ(home.Names(), Names{"page.rco"});  // no .bak
+}
+
 TEST_F(ExtractAllTest, ABitmapThatCannotBeMadeIsPassedOver) {
   fs::create_directory(out / "image.bmp");
   builder.AddImage({.label = "image", .data = SmallGim()});
