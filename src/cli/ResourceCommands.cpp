@@ -25,6 +25,9 @@ void Extract(Session& session, const Arguments& arguments) {
   session.App().lst_Click(arguments.row);
   session.Prompts().AnswerFile({.path = PathFromUtf8(arguments.path), .filterNumber = arguments.filter});
   session.App().cmdExtract();
+  if (arguments.path.empty() || !session.Prompts().FilesAsked()) {
+    throw Refusal();  // cancelled, or a resource that the editor has no dialog for
+  }
 }
 
 void ExtractAll(Session& session, const Arguments& arguments) {

@@ -35,6 +35,9 @@ class TerminalPrompts : public Prompts {
   // From here on questions are answered so, whatever was set before.
   void AnswerQuestions(Answering answering) { answering_ = answering; }
 
+  // Whether every answer to a file dialog was asked for.
+  [[nodiscard]] bool FilesAsked() const { return files_.empty(); }
+
   // Whether a message has told of a refusal or a failure, or a question was answered with No.
   [[nodiscard]] bool Refused() const { return refused_; }
 
