@@ -37,14 +37,19 @@ class BestTimes : public benchmark::BenchmarkReporter {
   std::map<std::string, double> seconds_;
 };
 
-void Register(const std::string& name, const std::function<void()>& work, bool waits) {
-  auto* entry = benchmark::RegisterBenchmark(name.c_str(), [work](benchmark::State& state) {
+void Register(const std::string& name, const std::function<void()>& work, const Figure& figure) {
+  auto* entry = benchmark::RegisterBenchmark(name.c_str(), [work, prepare = figure.prepare](benchmark::State& state) {
     for (auto step : state) {
       (void)step;
+      if (prepare) {
+        state.PauseTiming();
+        prepare();
+        state.ResumeTiming();
+      }
       work();
     }
   });
-  if (waits) {
+  if (figure.waits) {
     entry->UseRealTime();
   }
 }
@@ -70,6 +75,7 @@ int RunFigures(int argc, char** argv, const std::vector<Figure>& figures) {
                                         "--benchmark_enable_random_interleaving=true"};
   arguments.insert(arguments.end(), argv + 1, argv + argc);
   std::vector<char*> pointers;
+  pointers.reserve(arguments.size());
   for (std::string& argument : arguments) {
     pointers.push_back(argument.data());
   }
@@ -79,8 +85,8 @@ int RunFigures(int argc, char** argv, const std::vector<Figure>& figures) {
     return 2;
   }
   for (const Figure& figure : figures) {
-    Register(OursOf(figure), figure.ours, figure.waits);
-    Register(BesideOf(figure), figure.beside, figure.waits);
+    Register(OursOf(figure), figure.ours, figure);
+    Register(BesideOf(figure), figure.beside, figure);
   }
   BestTimes times;
   benchmark::RunSpecifiedBenchmarks(&times);

@@ -13,6 +13,8 @@ struct Figure {
   std::function<void()> beside;
   // The most that ours may take, as a multiple of the other; 0 where there is no aim.
   double aim = 0;
+  // Runs before every run of either side and isn't measured.
+  std::function<void()> prepare = {};
   // Measures the time that goes by and not that of the processor: for work that waits for a disk.
   bool waits = false;
 };

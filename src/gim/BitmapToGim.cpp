@@ -60,6 +60,17 @@ struct PixelRows {
       SwapRedAndBlue(row);
     }
   }
+
+  // The start of row `y`, as long as `row`: in the source where it lies there as it is wanted, otherwise in `row`.
+  [[nodiscard]] const std::uint8_t* Start(std::size_t y, std::span<std::uint8_t> row) const {
+    if (!swapped && y < source.height) {
+      if (const ByteView there = source.Row(y); there.size() >= row.size()) {
+        return there.data();
+      }
+    }
+    Copy(y, row);
+    return row.data();
+  }
 };
 
 void AppendLinear(Bytes& gim, const PixelRows& rows) {
@@ -77,13 +88,14 @@ void AppendTiled(Bytes& gim, const PixelRows& rows, std::size_t columns) {
   Bytes band(bandRow * gim::kTileRows);
   std::size_t at = gim.size();
   gim.resize(at + rows.paddedHeight * bandRow);
+  std::array<const std::uint8_t*, gim::kTileRows> starts{};
   for (std::size_t y0 = 0; y0 < rows.paddedHeight; y0 += gim::kTileRows) {
     for (std::size_t j = 0; j < gim::kTileRows; ++j) {
-      rows.Copy(y0 + j, std::span(band).subspan(j * bandRow, bandRow));
+      starts[j] = rows.Start(y0 + j, std::span(band).subspan(j * bandRow, bandRow));
     }
     for (std::size_t x0 = 0; x0 < bandRow; x0 += kTileWidth) {
       for (std::size_t j = 0; j < gim::kTileRows; ++j, at += kTileWidth) {
-        std::memcpy(gim.data() + at, band.data() + j * bandRow + x0, kTileWidth);
+        std::memcpy(gim.data() + at, starts[j] + x0, kTileWidth);
       }
     }
   }

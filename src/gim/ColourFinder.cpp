@@ -22,7 +22,8 @@ std::array<std::uint8_t, kMissingPixels * 4> MissingPixels(ByteView bytes, std::
   return pixels;
 }
 
-ColourFinder::ColourFinder(std::vector<std::uint32_t>& palette, Int16& count) : palette_(palette), count_(count) {
+ColourFinder::ColourFinder(std::vector<std::uint32_t>& palette, Int16& count, const WideLookup* wide)
+    : palette_(palette), count_(count), wide_(wide) {
   const std::int32_t known = std::min<std::int32_t>({count.Int(), kPaletteColours, static_cast<int>(palette.size())});
   for (std::int32_t i = 0; i < known; ++i) {
     Remember(palette[static_cast<std::size_t>(i)], i);
@@ -49,7 +50,7 @@ bool ColourFinder::FindOrAddAll(ByteView pixels, Int16 most, std::span<std::uint
   std::size_t done = 0;
   while (done < count) {
     if (count_ >= 1 && count_ <= most) {  // guesses are of colours that are there
-      done += GuessStrides(pixels.data() + done * 4, count - done, indexes.data() + done);
+      done += Guess(pixels.data() + done * 4, count - done, indexes.data() + done);
     }
     for (const std::size_t end = std::min(done + kStride, count); done < end; ++done) {
       indexes[done] = IndexOf(PixelAt(pixels.data() + done * 4));
@@ -88,6 +89,16 @@ void ColourFinder::GuessOtherwise() {
   }
 }
 
+std::size_t ColourFinder::Guess(const std::uint8_t* pixels, std::size_t count, std::uint8_t* indexes) const {
+  static_assert(kGuessBits == 16, "wide guesses go by the upper 16 bits of a product");
+  const std::size_t narrow = wide_ == nullptr ? count : std::min(count, kNarrowPixels);
+  const std::size_t done = GuessStrides(pixels, narrow, indexes);
+  if (wide_ == nullptr || done < narrow) {
+    return done;
+  }
+  return done + wide_->guess(split_, guesses_.data(), guessFactor_, pixels + done * 4, count - done, indexes + done);
+}
+
 std::size_t ColourFinder::GuessStrides(const std::uint8_t* pixels, std::size_t count, std::uint8_t* indexes) const {
   const std::uint32_t* palette = palette_.data();
   const std::uint32_t factor = guessFactor_;
@@ -119,6 +130,7 @@ void ColourFinder::Remember(std::uint32_t colour, std::int32_t index) {
   Slot& slot = SlotOf(colour);
   if (slot.index < 0) {  // of like entries the first counts
     slot = {.colour = colour, .index = index};
+    split_.Set(static_cast<std::size_t>(index), colour);
     guesses_[GuessOf(colour)] = static_cast<std::uint8_t>(index);
   }
 }

@@ -10,6 +10,7 @@
 #include "common/Bytes.h"
 #include "common/Int16.h"
 #include "gim/Palette.h"
+#include "gim/WideLookup.h"
 
 namespace kelvane {
 
@@ -22,7 +23,8 @@ inline constexpr std::size_t kMissingPixels = 2;
 // Keeps an index beside a palette under construction. While it lives, palette and count are changed through it only.
 class ColourFinder {
  public:
-  ColourFinder(std::vector<std::uint32_t>& palette, Int16& count);
+  // Without `wide` guesses are checked one by one.
+  ColourFinder(std::vector<std::uint32_t>& palette, Int16& count, const WideLookup* wide = BestWideLookup());
 
   // What FindOrAddColour does.
   Int16 FindOrAdd(std::uint32_t colour);
@@ -43,14 +45,19 @@ class ColourFinder {
   static constexpr int kGuessBits = 16;
   // How many pixels are guessed in one go.
   static constexpr std::size_t kStride = 16;
+  // So many must be right before guessing in wide strides is worth it.
+  static constexpr std::size_t kNarrowPixels = 256;
   // So many wrong guesses for known colours, and the places of the guesses are dealt out anew.
   static constexpr int kClashesBorne = 64;
   static constexpr std::uint32_t kFactorStep = 0x2C9277B5U;
 
   [[nodiscard]] std::size_t GuessOf(std::uint32_t colour) const { return colour * guessFactor_ >> (32 - kGuessBits); }
 
-  // Guesses the indexes of pixels, kStride at a time and without a branch for each, since they come in any order. Gives
-  // the number of pixels in front of the first stride that isn't right.
+  // Guesses the indexes of pixels. Gives the number of pixels, from the first on, that are guessed right; it may be
+  // less than could be.
+  [[nodiscard]] std::size_t Guess(const std::uint8_t* pixels, std::size_t count, std::uint8_t* indexes) const;
+  // The same, kStride at a time and without a branch for each, since they come in any order: up to the first stride
+  // that isn't right.
   [[nodiscard]] std::size_t GuessStrides(const std::uint8_t* pixels, std::size_t count, std::uint8_t* indexes) const;
   // The index of one pixel, which is added if it is new. Puts its guess right.
   std::uint8_t IndexOf(std::uint32_t colour);
@@ -67,6 +74,8 @@ class ColourFinder {
   std::array<std::uint8_t, std::size_t{1} << kGuessBits> guesses_{};
   std::uint32_t guessFactor_ = kFactor;
   int clashes_ = 0;
+  const WideLookup* wide_;
+  SplitPalette split_;
 };
 
 }  // namespace kelvane

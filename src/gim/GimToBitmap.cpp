@@ -13,6 +13,7 @@
 #include "gim/BmpHeader.h"
 #include "gim/GimReader.h"
 #include "gim/PixelSwap.h"
+#include "gim/RowExpander.h"
 
 namespace kelvane {
 
@@ -63,39 +64,10 @@ void AppendRows(Bytes& bitmap, const GimPicture& picture) {
   }
 }
 
-using PixelPair = std::array<std::uint32_t, 2>;
-
-// Both pixels of every byte of a 4-bit row, the left one in the lower half.
-std::vector<PixelPair> PixelPairs(const std::vector<std::uint32_t>& palette) {
-  std::vector<PixelPair> pairs(256);
-  for (std::size_t byte = 0; byte < pairs.size(); ++byte) {
-    pairs[byte] = {palette[byte & 0x0F], palette[byte >> 4]};
-  }
-  return pairs;
-}
-
 // How many bytes of a row are expanded: width x bits / 8 - 1 is rounded, ties to even, to the last of them. So a 4-bit
 // row whose width leaves 3 when divided by 4 keeps its last pixel 0; files in the field are made so.
 std::size_t ExpandedBytes(const GimPicture& picture) {
-  return static_cast<std::size_t>(RoundToInt32(picture.bits.Int() / 8.0 * picture.width.Int() - 1) + 1);
-}
-
-// Writes what `table` has for every byte of a row, one behind the other.
-template <class Entry>
-void ExpandAll(ByteView row, const std::vector<Entry>& table, std::uint8_t* target) {
-  constexpr std::size_t kStride = 8;  // unrolled, so many take half the time of one by one
-  const Entry* entries = table.data();
-  const std::uint8_t* bytes = row.data();
-  const std::size_t count = row.size();
-  std::size_t b = 0;
-  for (; b + kStride <= count; b += kStride) {
-    for (std::size_t i = 0; i < kStride; ++i) {
-      std::memcpy(target + (b + i) * sizeof(Entry), entries + bytes[b + i], sizeof(Entry));
-    }
-  }
-  for (; b < count; ++b) {
-    std::memcpy(target + b * sizeof(Entry), entries + bytes[b], sizeof(Entry));
-  }
+  return static_cast<std::size_t>(RoundToInt32(picture.bits.Int() / 8.0 * picture.width.Int() - 1)) + 1;
 }
 
 // Every pixel by its colour, rows bottom first. Answers false where there is no palette. Depths other than 4 and 8 come
@@ -107,20 +79,19 @@ bool AppendExpanded(Bytes& bitmap, const GimPicture& picture) {
   const std::size_t width = picture.width.Index();
   const std::size_t pixelBytes = width * picture.height.Index() * 4;
   RequireArraySize(static_cast<std::int64_t>(pixelBytes));
-  const std::size_t count = ExpandedBytes(picture);
-  const std::vector<PixelPair> pairs = picture.bits == 4 ? PixelPairs(picture.palette) : std::vector<PixelPair>{};
   const std::size_t rowBytes = width * 4;
+  if (picture.bits != 4 && picture.bits != 8) {
+    bitmap.resize(bitmap.size() + pixelBytes);
+    return true;
+  }
+  const std::size_t count = ExpandedBytes(picture);
+  RowExpander expander(picture.palette, picture.bits.Int());
   bitmap.reserve(bitmap.size() + pixelBytes + 4);
   GimRows rows(picture.pixels);
   for (std::int32_t y = picture.height.Int() - 1; y >= 0; --y) {
-    const ByteView row = rows.Row(y).first(count);
     const std::size_t start = bitmap.size();
     bitmap.resize(start + rowBytes + 4);  // a last byte may hold one pixel more than the row
-    if (picture.bits == 4) {
-      ExpandAll(row, pairs, bitmap.data() + start);
-    } else if (picture.bits == 8) {
-      ExpandAll(row, picture.palette, bitmap.data() + start);
-    }
+    expander.Expand(rows.Row(y).first(count), bitmap.data() + start);
     bitmap.resize(start + rowBytes);
   }
   return true;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "gim/BitmapToGim.h"
+#include "gim/Palette.h"
 #include "support/GimBuilder.h"
 #include "support/PlainBmp.h"
 
@@ -181,6 +182,16 @@ TEST(BitmapIndexing, With255ColoursTheResultIsTrueAndWith256OrMoreFalse) {
   EXPECT_FALSE(BitmapToGim(BitmapOfColours(20, 20, 257), true, 1, false).has_value());
   // The 256th colour may be the very last pixel.
   EXPECT_FALSE(BitmapToGim(BitmapOfColours(16, 16, 256), true, 1, false).has_value());
+}
+
+TEST(BitmapIndexing, ABitmapOfExactly256ColoursIsCountedAndChosenAndThenRefused) {
+  const Bytes bmp = BitmapOfColours(20, 20, 256);
+  Int16 colours = 0;
+  EXPECT_TRUE(CountBitmapColours(bmp, colours));
+  EXPECT_EQ(colours, 256);
+  EXPECT_TRUE(ShouldUsePalette(colours, ReadBitmapHeader(ByteView(bmp)), 0));
+  EXPECT_TRUE(ShouldUsePalette(colours, ReadBitmapHeader(ByteView(bmp)), 1));
+  EXPECT_FALSE(BitmapToGim(bmp, true, 1, false).has_value());
 }
 
 TEST(BitmapIndexing, HoweverManyColoursThereAreTheResultIsFalse) {

@@ -76,6 +76,38 @@ TEST(BitmapToGim, An8BitBitmapOf100By30GivesTheSizesOfTheWorkedCase) {
   EXPECT_EQ(ReadU32(gim, 48 + 1104 + 4), 3664U);  // image
 }
 
+TEST(BitmapToGim, SmallImagesTakeOneTileOf128Bytes) {
+  EXPECT_EQ(Converted(BuildBmp8(16, 8, Values(128), BmpColours(256))).size(), 48U + 1104 + 80 + 128);
+  EXPECT_EQ(Converted(BuildBmp32(1, 1, {1})).size(), 48U + 80 + 128);
+  EXPECT_EQ(Converted(Bmp4(2, 1, {1, 2}, BmpColours(16))).size(), 48U + 144 + 80 + 128);
+}
+
+TEST(BitmapToGim, TheHeadsOfA4BitImageAreWrittenByteForByte) {
+  const Bytes gim = Converted(Bmp4(20, 10, Values(200, 3), BmpColours(16)));
+  // The image block takes 80 + 16 x 16 bytes, the palette block 80 + 64.
+  const Bytes heads = {'M', 'I', 'G', '.', '0',  '0', '.', '1', 'P', 'S', 'P', 0, 0,  0, 0, 0,   // signature
+                       2,   0,   0,   0,   0x00, 2,   0,   0,   16,  0,   0,   0, 16, 0, 0, 0,   // root: 512
+                       3,   0,   0,   0,   0xF0, 1,   0,   0,   16,  0,   0,   0, 16, 0, 0, 0};  // picture: 496
+  const Bytes palette = {5,  0, 0, 0, 144, 0, 0, 0, 144, 0, 0,  0, 16,  0, 0, 0,                 //
+                         48, 0, 0, 0,                                                            //
+                         3,  0, 0, 0, 16,  0, 1, 0, 32,  0, 16, 0, 1,   0, 2, 0,  // 16 colours of 32 bits
+                         0,  0, 0, 0, 48,  0, 0, 0, 64,  0, 0,  0, 128, 0, 0, 0,  //
+                         0,  0, 0, 0, 2,   0, 1, 0, 3,   0, 1,  0, 64,  0, 0, 0,  //
+                         0,  0, 0, 0, 0,   0, 0, 0, 0,   0, 0,  0};
+  const Bytes image = {4,  0, 0, 0, 0x50, 1, 0,  0, 0x50, 1, 0,  0, 16,   0, 0, 0,  // 336
+                       48, 0, 0, 0,                                                 //
+                       4,  0, 1, 0, 20,   0, 10, 0, 4,    0, 16, 0, 8,    0, 2, 0,  //
+                       0,  0, 0, 0, 48,   0, 0,  0, 64,   0, 0,  0, 0x40, 1, 0, 0,  // 320
+                       0,  0, 0, 0, 1,    0, 1,  0, 3,    0, 1,  0, 64,   0, 0, 0,  //
+                       0,  0, 0, 0, 0,    0, 0,  0, 0,    0, 0,  0};
+  ASSERT_EQ(palette.size(), 80U);
+  ASSERT_EQ(image.size(), 80U);
+  ASSERT_EQ(gim.size(), 48U + 144 + 336);
+  EXPECT_EQ(Bytes(gim.begin(), gim.begin() + 48), heads);
+  EXPECT_EQ(Bytes(gim.begin() + 48, gim.begin() + 128), palette);
+  EXPECT_EQ(Bytes(gim.begin() + 192, gim.begin() + 272), image);
+}
+
 TEST(BitmapToGim, RowsThatPadTheHeightHoldIndex0) {
   const Bytes gim = Converted(BuildBmp8(100, 30, Values(3000, 9), BmpColours(256)));
   ASSERT_EQ(gim.size(), 4816U);

@@ -28,6 +28,18 @@ class AnsweringPrompts : public Prompts {
   std::function<Answer(const Message&)> answer_;
 };
 
+// The same, with a folder for the folder dialog.
+class FolderPrompts : public AnsweringPrompts {
+ public:
+  FolderPrompts(std::filesystem::path folder, std::function<Answer(const Message&)> answer)
+      : AnsweringPrompts(std::move(answer)), folder_(std::move(folder)) {}
+
+  std::filesystem::path BrowseForFolder(const std::string& /*title*/) override { return folder_; }
+
+ private:
+  std::filesystem::path folder_;
+};
+
 class IdleWatch : public Watch {
  public:
   void Start() override {}
