@@ -133,9 +133,9 @@ void ApplyDataDelta(std::int32_t delta, Int16 index, FileHead& head, RcoDocument
     });
   }
 
-  std::int32_t& areaLength = At(document.dataAreas, (changed.rscKind.Int() - 1) * 2 + 1);
+  std::int32_t& areaLength = At(document.dataAreas, std::int64_t{changed.rscKind.Int() - 1} * 2 + 1);
   areaLength = AddInt32(areaLength, delta);
-  for (int k = changed.rscKind.Int(); k <= 2; ++k) {
+  for (std::int64_t k = changed.rscKind.Int(); k <= 2; ++k) {
     std::int32_t& areaOffset = At(document.dataAreas, k * 2);
     areaOffset = areaOffset > 0 ? AddInt32(areaOffset, delta) : areaOffset;
   }
@@ -211,7 +211,8 @@ void GenReplacer::ReplaceData(Statements& run, FileHead& head, const std::filesy
   run([&] { ApplyDataDelta(delta, index, head, context_.document); });
 
   run([&] {
-    if (IsVag(record) && IsLongEntry(head, record)) {
+    const bool isLong = IsLongEntry(head, record);
+    if (isLong && IsVag(record)) {
       WriteVagFields(head, context_.mod, record);
     }
   });

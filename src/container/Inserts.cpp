@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 #include "common/Bytes.h"
 #include "common/Files.h"
@@ -57,25 +58,49 @@ void InsertPointers(RcoFile& file, std::int64_t position, const std::vector<std:
   file.Splice(position, 0, bytes);
 }
 
-// The handler around an insert: the steps run on one open file, and giving up closes it with what was changed.
-template <class Body>
-void RunInsert(const WriteContext& context, Body&& body) {
-  RcoFile file;
+// The open file of an insert, and the document as it was before its steps.
+class InsertedFile {
+ public:
+  explicit InsertedFile(RcoDocument& document) : document_(document), before_(document) {}
+
+  [[nodiscard]] RcoFile& File() { return file_; }
+
+  // Where the file can't be written it stays the old one, and so do the records: the next change works by them.
+  void Close() {
+    try {
+      file_.Close();
+    } catch (...) {
+      document_ = std::move(before_);
+      throw;
+    }
+  }
+
+ private:
+  RcoFile file_;
+  RcoDocument& document_;
+  RcoDocument before_;
+};
+
+// The handler around an insert: the steps of `splice` run on one open file, and giving up closes it with what was
+// changed. Then the file is written and opened anew, and line `selected` of lst chosen, if there is one to choose.
+template <class Splice>
+void RunInsert(const WriteContext& context, const AfterInsert& after, std::optional<Int16> selected, Splice&& splice) {
+  InsertedFile inserted(context.document);
   RunStatements(
       context.prompts,
       [&](Statements& run) {
         run([&] { BackupOnce(context.mod, context.watch); });
-        run([&] { file.Open(context.mod.cCurFile); });
-        body(run, file);
+        run([&] { inserted.File().Open(context.mod.cCurFile); });
+        splice(run, inserted.File());
+        run([&] { inserted.Close(); });
+        run([&] { RecordFileDate(context.mod, context.watch); });
+        run([&] { RecordFileDate(context.mod, context.watch); });
+        run([&] { after.reopen(); });
+        if (selected) {
+          run([&] { after.selectLine(*selected); });
+        }
       },
-      [&] { file.Close(); });
-}
-
-void FinishInsert(Statements& run, RcoFile& file, const WriteContext& context, const AfterInsert& after) {
-  run([&] { file.Close(); });
-  run([&] { RecordFileDate(context.mod, context.watch); });
-  run([&] { RecordFileDate(context.mod, context.watch); });
-  run([&] { after.reopen(); });
+      [&] { inserted.Close(); });
 }
 
 // What an insert of a general resource works out on its way.
@@ -86,7 +111,9 @@ class GenInsert {
 
   void Run(Statements& run) {
     run([&] { FindPlace(); });
-    run([&] { newOffset_ = AddInt32(frontLen_, -At(document_.dataAreas, (resource_.kind.Int() - 1) * 2)); });
+    run([&] {
+      newOffset_ = AddInt32(frontLen_, -At(document_.dataAreas, std::int64_t{resource_.kind.Int() - 1} * 2));
+    });
     run([&] { ReadData(); });
     run([&] { file_.Splice(frontLen_, 0, data_); });
     MoveData(run);
@@ -189,7 +216,7 @@ class GenInsert {
   void AddPointer() {
     PointerLongs p{};
     file_.ReadLongsAt(rco::kPointerLongsAt, p);
-    const int t = resource_.kind.Int();
+    const std::int64_t t = resource_.kind.Int();
     InsertPointers(file_, std::int64_t{At(p, t * 2)} + At(p, t * 2 + 1) - 4, {insertAt_});
   }
 
@@ -232,33 +259,33 @@ Bytes TextRecordBytesOf(const TextRec& record) {
   return bytes;
 }
 
-// The file with a gap of one record, filled, in each language.
-Bytes WithTextRecords(const Bytes& whole, const std::vector<std::int32_t>& insertAt,
-                      const std::vector<TextRec>& records) {
+// Puts a record into each language. The file is written anew from its slices; if one of them can't be taken it is what
+// it was.
+void SpliceTextRecords(RcoFile& file, const std::vector<std::int32_t>& insertAt, const std::vector<TextRec>& records) {
   RequireArraySize(static_cast<std::int64_t>(records.size()));
-  Bytes out;
-  out.reserve(whole.size() + records.size() * rco::kTextRecSize);
-  std::int64_t from = 0;
-  const auto slice = [&](std::int64_t to) {
-    RequireArraySize(to - from);
-    if (to > static_cast<std::int64_t>(whole.size())) {
-      throw RuntimeFailure(FailureCode::SubscriptOutOfRange);
+  Bytes whole = file.Image();
+  file.Assign({});
+  try {
+    file.Seek(0);
+    std::int64_t from = 0;
+    for (std::size_t language = 0; language < records.size(); ++language) {
+      const std::int64_t to = At(insertAt, static_cast<std::int64_t>(language));
+      WriteFileSlice(file, whole, from, to);
+      file.Write(TextRecordBytesOf(records[language]));
+      from = to;
     }
-    Append(out, ByteView(whole).subspan(static_cast<std::size_t>(from), static_cast<std::size_t>(to - from)));
-    from = to;
-  };
-  for (std::size_t language = 0; language < records.size(); ++language) {
-    slice(At(insertAt, static_cast<std::int64_t>(language)));
-    Append(out, TextRecordBytesOf(records[language]));
+    WriteFileSlice(file, whole, from, static_cast<std::int64_t>(whole.size()));
+  } catch (...) {
+    file.Assign(std::move(whole));
+    throw;
   }
-  slice(static_cast<std::int64_t>(whole.size()));
-  return out;
 }
 
 // The pointers to the language records. Their distances are worked out in 16 bits, with the old number of texts and a
 // record more, and 44 bytes where the languages have 48: firmware tools rely on these values.
 std::vector<std::int32_t> LanguagePointers(const RcoDocument& document, std::int32_t textRoot) {
   std::vector<std::int32_t> pointers;
+  pointers.reserve(document.langCount);
   const Int16 distance = document.textCount * rco::kTextRecSize + rco::langTextCount + rco::kTextRecSize;
   for (std::int32_t language = 0; language < document.langCount; ++language) {
     pointers.push_back(CheckedInt32(std::int64_t{textRoot} + rco::kEntryHeadSize + (distance * (language + 1)).Int()));
@@ -279,16 +306,13 @@ Int16 ParentOf(const RcoDocument& document, Int16 index, Int16 depth) {
 }  // namespace
 
 void InsertGenRsc(const NewGenRsc& resource, const WriteContext& context, const AfterInsert& after) {
-  RunInsert(context, [&](Statements& run, RcoFile& file) {
-    GenInsert(resource, context, file).Run(run);
-    FinishInsert(run, file, context, after);
-    run([&] { after.selectLine(resource.position); });
-  });
+  RunInsert(context, after, resource.position,
+            [&](Statements& run, RcoFile& file) { GenInsert(resource, context, file).Run(run); });
 }
 
 void InsertTextRsc(Int16 index, const std::string& label, const WriteContext& context, const AfterInsert& after) {
   RcoDocument& document = context.document;
-  RunInsert(context, [&](Statements& run, RcoFile& file) {
+  RunInsert(context, after, std::nullopt, [&](Statements& run, RcoFile& file) {
     std::int32_t relPos = 0;
     run([&] { relPos = AddInt32(InsertLabel(LabelSection::Text, index, label, file, context), -document.labelBase); });
     std::vector<TextRec> newRecords;
@@ -306,7 +330,7 @@ void InsertTextRsc(Int16 index, const std::string& label, const WriteContext& co
     });
     const std::int32_t ptrDelta = std::int32_t{document.langCount} * 4;
     run([&] { FixForNewTextEntry(rco::kTextRecSize, 1, ptrDelta, file, document); });
-    run([&] { file.Assign(WithTextRecords(file.Image(), insertAt, newRecords)); });
+    run([&] { SpliceTextRecords(file, insertAt, newRecords); });
 
     run([&] {
       const std::vector<std::int32_t> pointers = LanguagePointers(document, textRoot);
@@ -314,13 +338,12 @@ void InsertTextRsc(Int16 index, const std::string& label, const WriteContext& co
       file.ReadLongsAt(rco::kPointerLongsAt, p);
       InsertPointers(file, std::int64_t{p[0]} + p[1] - ptrDelta, pointers);
     });
-    FinishInsert(run, file, context, after);
   });
 }
 
 void InsertPageRsc(const NewPageRsc& page, const WriteContext& context, const AfterInsert& after) {
   RcoDocument& document = context.document;
-  RunInsert(context, [&](Statements& run, RcoFile& file) {
+  RunInsert(context, after, page.index, [&](Statements& run, RcoFile& file) {
     std::int32_t labelPos = 0;
     run([&] { labelPos = InsertLabel(LabelSection::Page, page.index, page.label, file, context); });
     Int16 parent;
@@ -357,9 +380,11 @@ void InsertPageRsc(const NewPageRsc& page, const WriteContext& context, const Af
       WriteI32(entry, static_cast<std::int64_t>(entry.size()) - 4, word);
     }
     run([&] { SpliceBetween(file, insertAt, entry); });
-    run([&] { InsertPointers(file, std::int64_t{file.ReadI32At(rco::hdrPagePtrs)} + file.ReadI32() - 4, {insertAt}); });
-    FinishInsert(run, file, context, after);
-    run([&] { after.selectLine(page.index); });
+    run([&] {
+      std::array<std::int32_t, 2> table{};
+      file.ReadLongsAt(rco::hdrPagePtrs, table);
+      InsertPointers(file, std::int64_t{table[0]} + table[1] - 4, {insertAt});
+    });
   });
 }
 

@@ -6,9 +6,9 @@
 
 namespace kelvane::test {
 
-// Records 0 to 2 are images, 3 to 5 sounds, 6 and 7 models. Pages: p0 with the children p1 and p2, p3, p4. Animations:
-// a0 with an operation, a1.
-inline BuiltRco InsertScreen() {
+// Records 0 to 2 are images, 3 to 5 sounds, 6 and 7 models, or 6 to 8 with a third one. Pages: p0 with the children p1
+// and p2, p3, p4. Animations: a0 with an operation, a1.
+inline BuiltRco InsertScreen(bool thirdModel = false) {
   RcoBuilder b;
   b.AddImage({.label = "bg", .data = Filled(21, 1), .unpackedSize = 400});
   b.AddImage({.label = "icon", .format = 0, .data = Filled(40, 2), .unpackedSize = 40});
@@ -18,6 +18,9 @@ inline BuiltRco InsertScreen() {
   b.AddVag({.label = "v3", .channel1 = Filled(15, 7), .channel2 = Filled(24, 8)});
   b.AddGmo({.label = "m1", .data = Filled(9, 9), .unpackedSize = 99});
   b.AddGmo({.label = "m2", .data = Filled(12, 10), .unpackedSize = 98});
+  if (thirdModel) {
+    b.AddGmo({.label = "m3", .data = Filled(5, 11), .unpackedSize = 97});
+  }
   b.AddLanguage(0x10000);
   b.AddLanguage(0x10001);
   b.AddText({.label = "msg_a", .strings = {u"はい", u"Yes"}});
@@ -91,5 +94,26 @@ inline void MoveRoot(Expected& e, std::int32_t field, std::int32_t delta) {
   e.Add(e.Long(field) + 28, delta);
   e.Add(field, delta);
 }
+
+class InsertFixture : public EngineFixture {
+ protected:
+  void SetUp() override { Open(built.bytes); }
+
+  AfterInsert After() {
+    return {.reopen =
+                [this] {
+                  calls.push_back("reopen");
+                  document = Scanned(mod.cCurFile);
+                },
+            .selectLine =
+                [this](Int16 row) {
+                  calls.push_back("select " + std::to_string(row.Int()));
+                  document.lst.Select(row.Int());
+                }};
+  }
+
+  BuiltRco built = InsertScreen();
+  std::vector<std::string> calls;
+};
 
 }  // namespace kelvane::test

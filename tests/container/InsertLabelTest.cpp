@@ -118,6 +118,17 @@ class LabelRoomTest : public test::EngineFixture {
   }
 };
 
+TEST_F(LabelRoomTest, AnAppendedTextGoesToItsPlaceWhereTheNumberOfImagesHappensToBeItsIndex) {
+  AddTexts({0, 4});
+  AddRecord(1, 12);
+  AddRecord(1, 20);
+  EXPECT_EQ(Room(LabelSection::Text, 2), 12);
+  EXPECT_EQ(document.genRsc[0].labelOffset, 20);
+  EXPECT_EQ(document.genRsc[1].labelOffset, 28);
+  EXPECT_EQ(document.textRsc[0][0].textLabel, 0);
+  EXPECT_EQ(document.textRsc[0][1].textLabel, 4);
+}
+
 TEST_F(LabelRoomTest, AnEmptyNextSectionLeavesTheMarkToTheFirstRecordOfALaterKind) {
   AddTexts({0, 4});
   AddRecord(2, 12);
