@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <type_traits>
 
 #include "gim/ByteCursor.h"
 #include "gim/GimFormat.h"
@@ -87,6 +88,17 @@ void FitPalette(GimPicture& picture) {
   }
 }
 
+// Puts the rows of the tiles that lie side by side behind each other. A width that the compiler knows makes the copies
+// single instructions.
+template <class Width>
+void PlaceTiles(const std::uint8_t* tiles, std::size_t rowBytes, Width tileWidth, std::uint8_t* band) {
+  for (std::size_t x0 = 0; x0 < rowBytes; x0 += tileWidth) {
+    for (std::size_t j = 0; j < gim::kTileRows; ++j, tiles += tileWidth) {
+      std::memcpy(band + j * rowBytes + x0, tiles, tileWidth);
+    }
+  }
+}
+
 }  // namespace
 
 std::optional<GimPicture> ReadGim(ByteView gim) {
@@ -135,15 +147,10 @@ void GimRows::LoadBand(std::int32_t band) {
   const std::size_t bandBytes = rowBytes * gim::kTileRows;
   const std::uint8_t* tiles = Data(static_cast<std::int64_t>(bandBytes) * band, bandBytes).data();
   band_.resize(bandBytes);
-  for (std::size_t x0 = 0; x0 < rowBytes; x0 += tileWidth) {
-    for (std::size_t j = 0; j < gim::kTileRows; ++j, tiles += tileWidth) {
-      std::uint8_t* target = band_.data() + j * rowBytes + x0;
-      if (tileWidth == gim::kPitchAlign) {
-        std::memcpy(target, tiles, gim::kPitchAlign);  // of a length that the compiler knows
-      } else {
-        std::memcpy(target, tiles, tileWidth);
-      }
-    }
+  if (tileWidth == gim::kPitchAlign) {
+    PlaceTiles(tiles, rowBytes, std::integral_constant<std::size_t, gim::kPitchAlign>(), band_.data());
+  } else {
+    PlaceTiles(tiles, rowBytes, tileWidth, band_.data());
   }
   bandNumber_ = band;
 }
