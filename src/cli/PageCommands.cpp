@@ -137,6 +137,9 @@ void SetPosition(Session& session, const Arguments& arguments) {
 
 void AddPage(Session& session, const Arguments& arguments) {
   AddPageFields fields = arguments.page;
+  if (fields.cboID < 1 || fields.cboID > static_cast<int>(kPageKinds.size())) {
+    throw UsageError("--class: 1 to " + std::to_string(kPageKinds.size()));
+  }
   --fields.cboID;  // the class counts from 1, the list from 0
   if (!session.App().frmAddPage_cmdOK(fields)) {
     throw Refusal();
@@ -201,9 +204,7 @@ void AddPageCommands(CLI::App& app, Action& action) {
   CLI::App* addPage = add(*page, "add", "Adds an entry to the page table", AddPage);
   addPage->add_option("--at", arguments->page.txtPos, "The row that it is put before")->required();
   addPage->add_option("--depth", arguments->page.txtDepth, "Its depth, 0 for a child of the root")->required();
-  addPage->add_option("--class", arguments->page.cboID, "Its class, 1 to 25")
-      ->required()
-      ->check(CLI::Range(1, static_cast<int>(kPageKinds.size())));
+  addPage->add_option("--class", arguments->page.cboID, "Its class, 1 to 25")->required();
   addPage->add_option("--label", arguments->page.txtLabel, "Its name")->required();
 }
 

@@ -188,11 +188,17 @@ TEST_F(PageCommandsTest, PageAddPutsAnEntryIn) {
 }
 
 TEST_F(PageCommandsTest, AClassOutside1To25IsWrongUsage) {
-  for (const char* kind : {"0", "26", "257", "-1", "x"}) {
+  for (const char* kind : {"0", "26", "257", "-1", "x", "0x1", ""}) {
     EXPECT_EQ(Run({"page", "add", path, "--at", "1", "--depth", "0", "--class", kind, "--label", "x"}).status, 2)
         << kind;
   }
   EXPECT_EQ(ReadWholeFile(path), built.bytes);
+}
+
+TEST_F(PageCommandsTest, AClassIsDecimal) {
+  EXPECT_EQ(Run({"page", "add", path, "--at", "1", "--depth", "0", "--class", "02", "--label", "x"}).status, 0);
+  EXPECT_NE(Run({"pages", path, "--expert"}).out.find("\n1\tx @ 0x"), std::string::npos);
+  EXPECT_NE(Run({"pages", path, "--records"}).out.find("\t2050\t0\n2\t"), std::string::npos);
 }
 
 TEST_F(PageCommandsTest, AnEmptyDepthIsToldAndEndsWith1) {
