@@ -144,5 +144,25 @@ TEST_F(PageListings, SetWordOfAReferencePrintsNothingOfItsOwn) {
   EXPECT_EQ(Run({"choices", path, "0", "0"}).out, "0\t0\tnative:/one\t*\n1\t12\tnative:/two\t\n");
 }
 
+// Operations below operations leave fewer records than lines.
+TEST_F(PageListings, EntryOfALineWithoutARecordEndsWith3) {
+  test::RcoBuilder b;
+  b.AddAnimation({.label = "anim", .children = {{.entryClass = 2, .children = {{.entryClass = 3, .body = {1}}}}}});
+  const std::string nested = File("b.rco", b.Build().bytes);
+  const test::CliResult result = Run({"entry", nested, "anim", "2"});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.out, "");
+  EXPECT_EQ(result.err, "Run-time error '9': Subscript out of range\n");
+}
+
+TEST_F(PageListings, EntryOfABlockThatIsTooShortPrintsNothingAndEndsWith3) {
+  test::RcoBuilder b;
+  b.AddPage({.label = "plane", .entryClass = 2, .body = {1, 2, 3}});
+  const test::CliResult result = Run({"entry", File("b.rco", b.Build().bytes), "page", "0"});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.out, "");
+  EXPECT_EQ(result.err, "Run-time error '9': Subscript out of range\n");
+}
+
 }  // namespace
 }  // namespace kelvane

@@ -104,5 +104,49 @@ TEST_F(OpenEntryTables, AFailingPageTableAnsweredNoKeepsWhatWasFilled) {
   EXPECT_TRUE(editor.State().cCurFile.empty());
 }
 
+TEST_F(OpenEntryTables, PagesDeeperThan7LevelsAreAskedAboutAndYesGoesOn) {
+  file_.resize(640);
+  Put(rco::hdrPagePtrs, 608);
+  Put(rco::hdrPagePtrs + 4, 32);
+  for (std::int64_t pointer = 608; pointer < 640; pointer += 4) {
+    Put(pointer, 316);  // one entry, again and again, each the child of the one before
+  }
+  Put(316 + rco::entryChildren, 1);
+  prompts.ExpectUnknownFailure(FailureCode::SubscriptOutOfRange, Answer::Yes);
+  Open();
+  EXPECT_EQ(Document().lstPage.Count(), 8);
+  EXPECT_EQ(Document().lstPage.Text(7), std::string(21, ' ') + "ab @ 0x13C");
+  EXPECT_THAT(Document().lstAnim.Lines(), ElementsAre("ab @ 0x1B8"));
+}
+
+TEST_F(OpenEntryTables, ATableOf32768PagesIsAskedAboutAndYesGoesOn) {
+  constexpr std::int32_t kBytes = 32768 * 4;
+  file_.resize(608 + kBytes);
+  Put(rco::hdrPagePtrs, 608);
+  Put(rco::hdrPagePtrs + 4, kBytes);
+  for (std::int64_t pointer = 608; pointer < 608 + kBytes; pointer += 4) {
+    Put(pointer, 316);
+  }
+  prompts.ExpectUnknownFailure(FailureCode::Overflow, Answer::Yes);
+  Open();
+  EXPECT_THAT(Document().lstPage.Lines(), IsEmpty());
+  EXPECT_THAT(Document().lstAnim.Lines(), ElementsAre("ab @ 0x1B8"));
+}
+
+TEST_F(OpenEntryTables, AWildAnimationIsAskedAboutAndAfterNoTheNextFileOpensAsEver) {
+  Put(440 + rco::entrySize, 40);
+  Put(440 + rco::entryChildren, 0x7FFFFFFF);  // read from zeros, each in the place of the one before
+  prompts.ExpectUnknownFailure(FailureCode::SubscriptOutOfRange, Answer::No);
+  Open();
+  EXPECT_EQ(Document().lstAnim.Count(), 4096);
+  EXPECT_TRUE(editor.State().cCurFile.empty());
+
+  file_ = test::SmallRco();
+  Open();
+  EXPECT_THAT(Document().lst.Lines(), ElementsAre("[GIM] ab"));
+  EXPECT_THAT(Document().lstAnim.Lines(), IsEmpty());
+  EXPECT_EQ(editor.State().cCurFile, folder / "f.rco");
+}
+
 }  // namespace
 }  // namespace kelvane

@@ -103,6 +103,13 @@ TEST_F(AnimScan, AnOperationWithoutASizeTakesTheDistanceToTheNext) {
   EXPECT_EQ(document_.animRecs[2].recPos, 0x264);
 }
 
+TEST_F(AnimScan, ANegativeSizeIsNoneTooAndGivesWayToTheDistanceToTheNext) {
+  Anims({0x200});
+  bytes_.Head(0x200, 0x901, 0, 40, 2).Head(0x228, 0x902, -1, -3, 0, 60, 50).Head(0x264, 0x902, -1, -3, 0, 44);
+  Scan(false);
+  EXPECT_THAT(Sizes(), ElementsAre(40, 60, 44));
+}
+
 TEST_F(AnimScan, ALastOperationWithoutSizeAndDistanceTakesTheRestOfItsAnimation) {
   Anims({0x200, 0x2A0});
   bytes_.Head(0x200, 0x901, 0, 40, 2)
@@ -322,6 +329,18 @@ TEST_F(AnimScan, SizesThatAddUpBeyond32BitsAreFailure6) {
   bytes_.Head(0x200, 0x901, 0, 40, 2).Head(0x228, 0x902, -1, 0x7FFFFFF0, 0);
   EXPECT_EQ(FailureOfScan(), 6);
   EXPECT_EQ(document_.animRecs[1], (EntryRec{-1, 0x7FFFFFF0, 0x228, 0x902, 1}));
+}
+
+TEST_F(AnimScan, AFailureLeavesRecordsOfNestedOperationsTwoPlacesOn) {
+  Anims({0x200});
+  bytes_.Head(0x200, 0x901, 0, 40, 2)
+      .Head(0x228, 0x902, -1, 44, 1, 88)
+      .Head(0x254, 0x903, -1, 44, 0)
+      .Head(0x280, 0x904, -1, -4000, 0, -4000, -4000);
+  EXPECT_EQ(FailureOfScan(0x200 - 4000), 5);
+  EXPECT_EQ(document_.animRecs[1].recPos, 0x228);
+  EXPECT_EQ(document_.animRecs[2].recPos, 0x280);
+  EXPECT_EQ(document_.animRecs[3], (EntryRec{-1, 44, 0x254, 0x903, 2}));
 }
 
 }  // namespace
