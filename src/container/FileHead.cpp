@@ -26,6 +26,10 @@ std::int32_t FileHead::ReadI32(std::int64_t position) const {
   return file_.ReadI32At(position);
 }
 
+ByteView FileHead::Look(std::int64_t position, std::int64_t length) const {
+  return position <= end_ - length ? file_.Look(position, length) : ByteView();
+}
+
 void FileHead::Remember(std::int64_t position, std::int64_t length) {
   if (patches_.empty()) {
     lengthBefore_ = file_.Length();

@@ -20,6 +20,8 @@ class FileHead {
   [[nodiscard]] std::uint8_t ReadU8(std::int64_t position) const;
   [[nodiscard]] std::int16_t ReadI16(std::int64_t position) const;
   [[nodiscard]] std::int32_t ReadI32(std::int64_t position) const;
+  // The bytes as they lie in memory, until the next change; empty where they reach `end` or aren't in one piece.
+  [[nodiscard]] ByteView Look(std::int64_t position, std::int64_t length) const;
   void WriteI16(std::int64_t position, std::int16_t value);
   void WriteI32(std::int64_t position, std::int32_t value);
   // Adds to the 32-bit value at `position`; failure 6 where the sum doesn't fit.

@@ -34,6 +34,18 @@ void GapBuffer::Write(std::int64_t position, ByteView source) {
   std::copy_n(source.data() + before, source.size() - before, bytes_.data() + at + before + gapSize_);
 }
 
+ByteView GapBuffer::Look(std::int64_t position, std::int64_t length) const {
+  if (position < 0 || length < 0 || position > Size() - length) {
+    return {};
+  }
+  const std::size_t at = static_cast<std::size_t>(position);
+  const std::size_t count = static_cast<std::size_t>(length);
+  if (at + count <= gapAt_) {
+    return {bytes_.data() + at, count};
+  }
+  return at >= gapAt_ ? ByteView(bytes_.data() + at + gapSize_, count) : ByteView();
+}
+
 void GapBuffer::MoveGapTo(std::size_t position) {
   if (gapSize_ > 0 && position < gapAt_) {
     std::memmove(bytes_.data() + position + gapSize_, bytes_.data() + position, gapAt_ - position);

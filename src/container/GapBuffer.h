@@ -17,10 +17,12 @@ class GapBuffer {
 
   [[nodiscard]] std::int64_t Size() const { return static_cast<std::int64_t>(bytes_.size() - gapSize_); }
 
-  // All that follows takes ranges that lie inside, and places from 0 to Size(); anything else is failure 9.
+  // All that follows but Look takes ranges that lie inside, and places from 0 to Size(); anything else is failure 9.
 
   void Read(std::int64_t position, std::span<std::uint8_t> target) const;
   void Write(std::int64_t position, ByteView source);
+  // The range as it lies in memory, until the next change; empty where it leaves the content or the gap lies in it.
+  [[nodiscard]] ByteView Look(std::int64_t position, std::int64_t length) const;
   // Replaces `removed` bytes at `position` by `inserted`, which must not lie in this buffer.
   void Splice(std::int64_t position, std::int64_t removed, ByteView inserted);
   // Appends zeros up to a size that isn't below the present one.

@@ -74,6 +74,18 @@ void SpliceData(RcoFile& file, std::int64_t pos, std::int64_t tailPos, Bytes dat
   file.Splice(pos, behind - pos, data);
 }
 
+// Whether the entry holds the fields of its record, `hasUnpackedSize` telling of the last one. A look at all of them at
+// once: of a file's many records most are as they were.
+bool HoldsFields(const FileHead& head, const GenRsc& record, bool hasUnpackedSize) {
+  constexpr std::int32_t kSize = FromEntryPos(rco::bodyDataSize);
+  constexpr std::int32_t kOffset = FromEntryPos(rco::bodyDataOffset);
+  constexpr std::int32_t kUnpackedSize = FromEntryPos(rco::bodyUnpackedSize);
+  const ByteView fields = head.Look(record.entryPos, (hasUnpackedSize ? kUnpackedSize : kOffset) + 4);
+  return !fields.empty() && ReadI32(fields, 0) == record.labelOffset && ReadI32(fields, kSize) == record.dataSize &&
+         ReadI32(fields, kOffset) == record.dataOffset &&
+         (!hasUnpackedSize || ReadI32(fields, kUnpackedSize) == record.unpackedSize);
+}
+
 }  // namespace
 
 void AddToFileLong(RcoFile& file, std::int64_t position, std::int32_t delta, bool onlyIfValid) {
@@ -94,10 +106,14 @@ void WriteFileSlice(RcoFile& file, ByteView bytes, std::int64_t from, std::int64
 void WriteGenRscFields(FileHead& head, const RcoDocument& document) {
   for (Int16 i = 0; i < document.genCount; ++i) {
     const GenRsc& record = At(document.genRsc, i.Int());
+    const bool hasUnpackedSize = !IsVag(record) && record.unpackedSize != -1;
+    if (HoldsFields(head, record, hasUnpackedSize)) {
+      continue;
+    }
     head.WriteI32(record.entryPos, record.labelOffset);
     head.WriteI32(Field(record, rco::bodyDataSize), record.dataSize);
     head.WriteI32(Field(record, rco::bodyDataOffset), record.dataOffset);
-    if (!IsVag(record) && record.unpackedSize != -1) {
+    if (hasUnpackedSize) {
       head.WriteI32(Field(record, rco::bodyUnpackedSize), record.unpackedSize);
     }
   }
@@ -157,16 +173,21 @@ void GenReplacer::PutBack(const Records& records) {
 }
 
 bool GenReplacer::Replace(const std::filesystem::path& newFile, Int16 index) {
-  if (!FileExists(newFile, true)) {
-    return false;
-  }
+  return FileExists(newFile, true) && ReplaceBy([&] { return ReadWholeFile(newFile); }, index);
+}
+
+bool GenReplacer::Replace(const Bytes& data, Int16 index) {
+  return !data.empty() && ReplaceBy([&] { return data; }, index);
+}
+
+bool GenReplacer::ReplaceBy(const std::function<Bytes()>& readData, Int16 index) {
   const Records before = TakeRecords();
   if (!file_.IsOpen()) {
     first_ = before;
   }
   FileHead head(file_, 0);
   lastFailed_ = !RunStatements(
-      context_.prompts, [&](Statements& run) { ReplaceData(run, head, newFile, index); },
+      context_.prompts, [&](Statements& run) { ReplaceData(run, head, readData, index); },
       [&] {
         // The file is only changed once it is written; what the steps patched so far is taken back.
         head.TakeBack();
@@ -176,7 +197,7 @@ bool GenReplacer::Replace(const std::filesystem::path& newFile, Int16 index) {
   return !lastFailed_;
 }
 
-void GenReplacer::ReplaceData(Statements& run, FileHead& head, const std::filesystem::path& newFile, Int16 index) {
+void GenReplacer::ReplaceData(Statements& run, FileHead& head, const std::function<Bytes()>& readData, Int16 index) {
   run([&] { BackupOnce(context_.mod, context_.watch); });
   run([&] {
     if (!file_.IsOpen()) {
@@ -203,7 +224,7 @@ void GenReplacer::ReplaceData(Statements& run, FileHead& head, const std::filesy
   });
 
   Bytes data;
-  run([&] { data = ReadWholeFile(newFile); });
+  run([&] { data = readData(); });
   const std::int32_t newLen = static_cast<std::int32_t>(data.size());
   std::int32_t delta = 0;
   run([&] { delta = PaddedDelta(oldSize, newLen); });

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <vector>
 
 #include "common/Mod.h"
@@ -59,6 +60,8 @@ class GenReplacer {
   // that was done; false where `newFile` is missing or empty, with nothing touched, and where a failure was answered
   // with No: file and records then are as they were before.
   bool Replace(const std::filesystem::path& newFile, Int16 index);
+  // The same with the data themselves.
+  bool Replace(const Bytes& data, Int16 index);
 
   // Writes the file and records its date. False where a failure of that was answered with No. If the file can't be
   // written it stays the old one, and the records are again what they were before the first replacement. Does nothing
@@ -73,7 +76,8 @@ class GenReplacer {
 
   [[nodiscard]] Records TakeRecords() const;
   void PutBack(const Records& records);
-  void ReplaceData(Statements& run, FileHead& head, const std::filesystem::path& newFile, Int16 index);
+  bool ReplaceBy(const std::function<Bytes()>& readData, Int16 index);
+  void ReplaceData(Statements& run, FileHead& head, const std::function<Bytes()>& readData, Int16 index);
 
   WriteContext context_;
   RcoFile file_;

@@ -117,6 +117,11 @@ void RcoFile::ReadLongsAt(std::int64_t position, std::span<std::int32_t> target)
   }
 }
 
+ByteView RcoFile::Look(std::int64_t position, std::int64_t length) const {
+  RequireOpen();
+  return image_.Look(position, length);
+}
+
 void RcoFile::Write(ByteView bytes) {
   RequireOpen();
   const std::int64_t end = position_ + static_cast<std::int64_t>(bytes.size());

@@ -55,6 +55,10 @@ class RcoFile {
   // `target.size()` longs from `position` on.
   void ReadLongsAt(std::int64_t position, std::span<std::int32_t> target);
 
+  // The bytes as they lie in memory, until the next change; empty where they leave the file or aren't in one piece.
+  // Doesn't move the position.
+  [[nodiscard]] ByteView Look(std::int64_t position, std::int64_t length) const;
+
   // Writing moves the position behind what was written; beyond the end the file grows, with zeros in a gap. Failure 7
   // for a gap that no memory is spent on (see kMaxArrayBytes).
   void Write(ByteView bytes);

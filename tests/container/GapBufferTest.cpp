@@ -44,6 +44,24 @@ TEST(GapBuffer, ARangeOutsideIsFailure9) {
   EXPECT_EQ(NumberOf([&] { buffer.Splice(3, 2, two); }), 9);
 }
 
+TEST(GapBuffer, ALookShowsARangeInOnePieceAndNothingAcrossTheGapOrOutside) {
+  GapBuffer buffer(Bytes{1, 2, 3, 4, 5, 6});
+  buffer.Splice(3, 1, Bytes{7});  // the gap lies behind the 7
+  const auto look = [&](std::int64_t position, std::int64_t length) {
+    const ByteView seen = buffer.Look(position, length);
+    return Bytes(seen.begin(), seen.end());
+  };
+  EXPECT_EQ(look(0, 4), (Bytes{1, 2, 3, 7}));
+  EXPECT_EQ(look(1, 2), (Bytes{2, 3}));
+  EXPECT_EQ(look(4, 2), (Bytes{5, 6}));
+  EXPECT_EQ(look(3, 2), Bytes());
+  EXPECT_EQ(look(0, 6), Bytes());
+  EXPECT_EQ(look(5, 2), Bytes());
+  EXPECT_EQ(look(-1, 2), Bytes());
+  EXPECT_EQ(look(7, 0), Bytes());
+  EXPECT_EQ(look(2, -1), Bytes());
+}
+
 TEST(GapBuffer, BehavesAsAnArrayUnderRandomChanges) {
   std::mt19937 random(7);
   Bytes plain(50);

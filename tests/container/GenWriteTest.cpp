@@ -329,6 +329,44 @@ TEST_F(GenWriteTest, ManyReplacementsOnOneOpenFileGiveTheFileAndTheRecordsOfOneA
   }
 }
 
+TEST_F(GenWriteTest, DataAtHandAreStoredAsThoseOfAFileAndNoBytesTouchNothing) {
+  Open(Build({}).bytes);
+  GenReplacer replacer(Context());
+  EXPECT_FALSE(replacer.Replace(Bytes(), 0));
+  EXPECT_TRUE(watch.Calls().empty());
+  EXPECT_TRUE(replacer.Replace(Filled(50, 1), 0));
+  EXPECT_TRUE(replacer.Finish());
+  EXPECT_TRUE(Content() == Build({.bg = Filled(50, 1)}).bytes);
+  ExpectRecordsAreTheFiles();
+}
+
+TEST_F(GenWriteTest, AnEntryThatCrossesTheEndOfTheHeadIsFailure9WithTheFieldsInFrontOfItWritten) {
+  Bytes head(100);
+  GenRsc record;
+  record.labelOffset = 1;
+  record.dataSize = 2;
+  record.dataOffset = 3;
+  record.unpackedSize = 4;
+  record.rscKind = 1;
+  record.entryPos = 8;
+  RcoDocument one;
+  one.genRsc = {record};
+  one.genCount = 1;
+  for (const auto& [end, fields] : {std::pair{60, 4}, {59, 3}, {56, 3}, {55, 2}, {52, 2}, {51, 1}, {12, 1}, {11, 0}}) {
+    RcoFile file(folder.Write("head", head));
+    FileHead patched(file, end);
+    EXPECT_EQ(NumberOf([&] { WriteGenRscFields(patched, one); }), fields == 4 ? 0 : 9) << end;
+    Expected expected{head};
+    const std::array<int, 4> places = {8, 48, 52, 56};
+    for (int i = 0; i < fields; ++i) {
+      expected.Set(places[static_cast<std::size_t>(i)], i + 1);
+    }
+    EXPECT_EQ(file.Image(), expected.bytes) << end;
+    // And so it is where they are there already.
+    EXPECT_EQ(NumberOf([&] { WriteGenRscFields(patched, one); }), fields == 4 ? 0 : 9) << end;
+  }
+}
+
 TEST_F(GenWriteTest, FinishWithoutAReplacementWritesNothing) {
   Open(Build({}).bytes);
   GenReplacer replacer(Context());

@@ -115,6 +115,18 @@ TEST(RcoFile, AGapThatNoMemoryHoldsIsFailure7AndChangesNothing) {
   EXPECT_EQ(ReadWholeFile(folder / "f"), kContent);
 }
 
+TEST(RcoFile, ALookShowsBytesAndLeavesThePosition) {
+  const TempFolder folder;
+  RcoFile file(folder.Write("f", Bytes{1, 2, 3, 4, 5}));
+  file.Seek(2);
+  const ByteView seen = file.Look(1, 3);
+  EXPECT_EQ(Bytes(seen.begin(), seen.end()), (Bytes{2, 3, 4}));
+  EXPECT_TRUE(file.Look(3, 3).empty());
+  EXPECT_EQ(file.Position(), 2);
+  file.Close();
+  EXPECT_EQ(NumberOf([&] { static_cast<void>(file.Look(0, 1)); }), 52);
+}
+
 TEST(RcoFile, LongsAreReadAndWrittenInARow) {
   const TempFolder folder;
   RcoFile file(folder.Write("f", Bytes(16)));
