@@ -5,6 +5,7 @@
 #include "common/Encoding.h"
 #include "common/Files.h"
 #include "common/PositionField.h"
+#include "common/TempFiles.h"
 #include "container/RcoFormat.h"
 #include "gim/BitmapToGim.h"
 #include "resources/Codec.h"
@@ -16,19 +17,6 @@ namespace {
 
 constexpr int kBestCompression = 9;
 constexpr int kTiled = 1;
-
-struct TemporaryFiles {
-  std::filesystem::path gim;
-  std::filesystem::path packed;
-
-  explicit TemporaryFiles(const Mod& mod) : gim(mod.TempPath("temp.gim")), packed(mod.TempPath("temp.dat")) {}
-  TemporaryFiles(const TemporaryFiles&) = delete;
-  TemporaryFiles& operator=(const TemporaryFiles&) = delete;
-  ~TemporaryFiles() {
-    DeleteFileQuietly(gim);
-    DeleteFileQuietly(packed);
-  }
-};
 
 // The kind of resource that a file of that ending makes; nothing for any other ending.
 std::optional<int> KindOf(const std::string& ending) {
@@ -45,11 +33,6 @@ std::optional<int> KindOf(const std::string& ending) {
 }
 
 }  // namespace
-
-FileDialog AddGenFileDialog(const std::string& txtFile) {
-  return {.filters = {{"支持文件(*.bmp;*.mig;*.gim;*.vag;*.omg;*.gmo)", "*.bmp;*.mig;*.gim;*.vag;*.omg;*.gmo"}},
-          .initialDir = PathFromUtf8(txtFile)};
-}
 
 bool AddGenRsc(const AddGenFields& fields, const WriteContext& context, const AfterInsert& after) {
   Prompts& prompts = context.prompts;
@@ -68,13 +51,15 @@ bool AddGenRsc(const AddGenFields& fields, const WriteContext& context, const Af
     return false;
   }
 
-  const TemporaryFiles temporary(context.mod);
+  const std::filesystem::path tempGim = context.mod.TempPath("temp.gim");
+  const std::filesystem::path tempDat = context.mod.TempPath("temp.dat");
+  const TempFiles temps({tempGim, tempDat});
   if (PathEnding(path) == ".bmp") {
-    if (!BitmapToGim(path, temporary.gim, false, kTiled, context.mod.cFirstColTrans)) {
+    if (!BitmapToGim(path, tempGim, false, kTiled, context.mod.cFirstColTrans)) {
       Tell(prompts, "GIM转换失败", Icon::Exclamation);
       return false;
     }
-    path = temporary.gim;
+    path = tempGim;
   }
   const std::optional<int> kind = KindOf(PathEnding(path));
   if (!kind.has_value()) {
@@ -85,8 +70,8 @@ bool AddGenRsc(const AddGenFields& fields, const WriteContext& context, const Af
   if (*kind != rco::kKindVag) {
     extra = CheckedInt32(FileLength(path));
     // Whether it could be compressed shows in what follows.
-    CompressFile(path, temporary.packed, kBestCompression);
-    path = temporary.packed;
+    CompressFile(path, tempDat, kBestCompression);
+    path = tempDat;
   }
   InsertGenRsc({.position = *position, .dataFile = path, .label = fields.txtLabel, .kind = *kind, .extra = extra},
                context, after);

@@ -14,9 +14,6 @@ struct AddGenFields {
   std::string txtLabel;
 };
 
-// What the browse button of the dialog asks for, starting from the text of txtFile.
-[[nodiscard]] FileDialog AddGenFileDialog(const std::string& txtFile);
-
 // cmdOK of the dialog: prepares the data and inserts the resource in front of the row that txtPos names. A bitmap
 // becomes a GIM; images and models are stored deflated whatever the settings say; a sound enters as mono. False if the
 // input was refused; that was told, nothing was changed, and the dialog stays. Failures: 6 for a position beyond 16

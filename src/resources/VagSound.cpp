@@ -1,12 +1,15 @@
 #include "resources/VagSound.h"
 
 #include "common/Bytes.h"
+#include "common/FileWriter.h"
 #include "common/Files.h"
 #include "common/Int16.h"
 
 namespace kelvane {
 
 namespace {
+
+constexpr const char* kMergedName = "temp.vag";
 
 Bytes ReadChannel(const std::filesystem::path& path) {
   Bytes bytes = ReadWholeFile(path);
@@ -17,10 +20,13 @@ Bytes ReadChannel(const std::filesystem::path& path) {
 }  // namespace
 
 void MergeVagChannels(const std::filesystem::path& leftPath, const std::filesystem::path& rightPath, const Mod& mod) {
-  Bytes merged = ReadChannel(leftPath);
-  merged.resize((merged.size() + 3) / 4 * 4);
-  Append(merged, ReadChannel(rightPath));
-  WriteWholeFile(mod.TempPath("temp.vag"), merged);
+  FileWriter merged;
+  merged.Replace(mod.TempPath(kMergedName));
+  Bytes left = ReadChannel(leftPath);
+  left.resize((left.size() + 3) / 4 * 4);
+  merged.Write(left);
+  merged.Write(ReadChannel(rightPath));
+  merged.Close();
 }
 
 bool AcceptVagChoice(const VagChoice& choice, Mod& mod, Prompts& prompts) {
@@ -40,7 +46,7 @@ bool AcceptVagChoice(const VagChoice& choice, Mod& mod, Prompts& prompts) {
   }
   mod.vagSize2 = CheckedInt32(FileLength(choice.right));
   MergeVagChannels(choice.left, choice.right, mod);
-  mod.vagPath = mod.TempPath("temp.vag");
+  mod.vagPath = mod.TempPath(kMergedName);
   return true;
 }
 

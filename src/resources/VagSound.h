@@ -9,7 +9,7 @@
 namespace kelvane {
 
 // Writes "temp.vag" in the program's folder: the left file, zeros up to a multiple of 4 bytes, the right file.
-// Failures: 9 for an empty file, and those of files.
+// Failures: 9 for an empty file, and those of files; what was written up to there stays.
 void MergeVagChannels(const std::filesystem::path& leftPath, const std::filesystem::path& rightPath, const Mod& mod);
 
 // cmdOK of the sound dialog: takes the shape of the sound, and the file that holds its data, over into `mod`. False if
