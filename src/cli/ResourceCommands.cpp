@@ -44,7 +44,9 @@ void Replace(Session& session, const Arguments& arguments) {
   session.Prompts().AnswerFile({.path = source, .filterNumber = 1});
   session.Prompts().AnswerVag(
       {.left = source, .right = PathFromUtf8(arguments.right), .stereo = !arguments.right.empty()});
-  session.App().cmdReplace();
+  if (!session.App().cmdReplace()) {
+    throw Refusal();
+  }
 }
 
 void ReplaceAll(Session& session, const Arguments& arguments) {

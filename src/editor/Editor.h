@@ -66,9 +66,9 @@ class Editor {
   // Saves the selected resource where the user chooses, or all of them in a folder. Failures as above.
   void cmdExtract();
   void cmdExtractAll();
-  // Stores a file of the user's choice as the selected resource, or what a folder has for any of them. Failures: those
-  // of reading the files.
-  void cmdReplace();
+  // Stores a file of the user's choice as the selected resource, and answers whether it did, or what a folder has for
+  // any of them. Failures: those of reading the files.
+  bool cmdReplace();
   void cmdReplaceAll();
   // The button that opens frmAddGen: what txtPos starts with, or nothing where no file is open, which was told.
   std::optional<std::string> cmdGenRscAdd();

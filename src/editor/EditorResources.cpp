@@ -33,8 +33,8 @@ void Editor::cmdExtractAll() {
   CmdExtractAll(mod_, document_, ports_.prompts, ports_.progress);
 }
 
-void Editor::cmdReplace() {
-  CmdReplace(Replacing());
+bool Editor::cmdReplace() {
+  return CmdReplace(Replacing());
 }
 
 void Editor::cmdReplaceAll() {

@@ -131,22 +131,31 @@ bool DecompressHeldFile(ByteView source, const fs::path& srcPath, const fs::path
   return result;
 }
 
-bool CompressFile(const fs::path& srcPath, const fs::path& dstPath, Int16 level) {
+std::optional<Bytes> DeflateFile(const fs::path& srcPath, Int16 level) {
   try {
     if (FileLength(srcPath) < kSmallestSource) {
-      return false;
+      return std::nullopt;
     }
-    const std::optional<Bytes> wrapper = DeflateToWrapper(ReadWholeFile(srcPath), level);
-    if (!wrapper) {
-      return false;
-    }
+    return DeflateToWrapper(ReadWholeFile(srcPath), level);
+  } catch (...) {
+    (void)CurrentFailure();  // what is no run-time failure goes on
+    return std::nullopt;
+  }
+}
+
+bool CompressFile(const fs::path& srcPath, const fs::path& dstPath, Int16 level) {
+  const std::optional<Bytes> wrapper = DeflateFile(srcPath, level);
+  if (!wrapper) {
+    return false;
+  }
+  try {
     FileWriter destination;
     destination.Replace(dstPath);
     destination.Write(*wrapper);
     destination.Close();
     return true;
   } catch (...) {
-    (void)CurrentFailure();  // what is no run-time failure goes on
+    (void)CurrentFailure();
     return false;
   }
 }

@@ -41,6 +41,10 @@ bool DecompressFile(const std::filesystem::path& srcPath, const std::filesystem:
 bool DecompressHeldFile(ByteView source, const std::filesystem::path& srcPath, const std::filesystem::path& dstPath,
                         const ChunkSink& also);
 
+// The content of `srcPath` deflated into a wrapper. Nothing for a source below 10 bytes and where zlib refuses; nothing
+// too for any failure on the way.
+[[nodiscard]] std::optional<Bytes> DeflateFile(const std::filesystem::path& srcPath, Int16 level);
+
 // Deflates `srcPath` into `dstPath`, which may be the same file. False, with nothing touched, for a source below 10
 // bytes and where zlib refuses; false too for any failure on the way.
 bool CompressFile(const std::filesystem::path& srcPath, const std::filesystem::path& dstPath, Int16 level);

@@ -21,16 +21,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A row of lst is a prefix such as "[GIM] " and the label.
-constexpr std::size_t kRowPrefix = 6;
-
 // Up to this length an unpacked image is kept to be converted; a longer one is read again from its file.
 constexpr std::size_t kMostHeld = std::size_t{1} << 24;
-
-std::string LabelOfRow(const RcoDocument& document, int row) {
-  const std::string& text = document.lst.Text(row);
-  return text.size() > kRowPrefix ? text.substr(kRowPrefix) : "";
-}
 
 void ExtractTo(const Mod& mod, const RcoDocument& document, Prompts& prompts, int row, const fs::path& path,
                ExportMode mode) {
@@ -170,6 +162,12 @@ class AllExtraction {
 };
 
 }  // namespace
+
+std::string LabelOfRow(const RcoDocument& document, int row) {
+  constexpr std::size_t kPrefix = 6;
+  const std::string& text = document.lst.Text(row);
+  return text.size() > kPrefix ? text.substr(kPrefix) : "";
+}
 
 std::string ExtensionForImageType(Int16 format) {
   constexpr std::array<const char*, 6> kExtensions = {"png", "jpg", "tiff", "gif", "bmp", "gim"};

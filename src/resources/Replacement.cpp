@@ -4,10 +4,12 @@
 
 #include "common/Encoding.h"
 #include "common/Files.h"
+#include "common/TempFiles.h"
 #include "container/FileBracket.h"
 #include "container/Labels.h"
 #include "container/RcoFormat.h"
 #include "gim/BitmapToGim.h"
+#include "gim/BmpHeader.h"
 #include "gim/Palette.h"
 #include "imaging/c32bppDIB.h"
 #include "resources/Codec.h"
@@ -27,22 +29,6 @@ constexpr int kTiled = 1;  // pixelOrder of every GIM that is made
 constexpr int kMostPaletteColours = 256;
 constexpr std::int64_t kSmallestFile = 3;  // bytes
 
-// The temporary files of a replacement, deleted on every way out.
-class TemporaryFiles {
- public:
-  explicit TemporaryFiles(const Mod& mod) : mod_(mod) {}
-  TemporaryFiles(const TemporaryFiles&) = delete;
-  TemporaryFiles& operator=(const TemporaryFiles&) = delete;
-  ~TemporaryFiles() {
-    for (const char* name : {"temp.gim", "temp.dat", "temp.vag", "temp.bmp"}) {
-      DeleteFileQuietly(mod_.TempPath(name));
-    }
-  }
-
- private:
-  const Mod& mod_;
-};
-
 bool IsOneOf(const std::string& extension, std::initializer_list<const char*> those) {
   return std::find(those.begin(), those.end(), extension) != those.end();
 }
@@ -51,10 +37,10 @@ bool IsGim(const GenRsc& record) {
   return record.rscKind == Int16(rco::kKindImage) && record.rscFormat == Int16(rco::kFormatGim);
 }
 
-// Where the entry has the field: the length of the file that holds the unpacked data.
-void UpdateUnpackedSize(GenRsc& record, const fs::path& file) {
+// Where the entry has the field: the length of the unpacked data.
+void UpdateUnpackedSize(GenRsc& record, std::int64_t length) {
   if (record.unpackedSize != -1) {
-    record.unpackedSize = CheckedInt32(FileLength(file));
+    record.unpackedSize = CheckedInt32(length);
   }
 }
 
@@ -68,18 +54,21 @@ class Replacement {
         row_(row),
         record_(At(context.write.document.genRsc, row)) {}
 
-  void Run() {
-    const TemporaryFiles temporary(mod_);
+  bool Run() {
+    const TempFiles temps(
+        {mod_.TempPath("temp.gim"), mod_.TempPath("temp.dat"), mod_.TempPath("temp.vag"), mod_.TempPath("temp.bmp")});
     const fs::path path = ChooseFile();
     if (path.empty()) {
       context_.refresh();
-      return;
+      return false;
     }
     const fs::path data = Prepare(path);
-    if (!data.empty()) {
-      ReplaceGenRscData(data, row_, context_.write);
-      context_.refresh();
+    if (data.empty()) {
+      return false;
     }
+    const bool replaced = ReplaceGenRscData(data, row_, context_.write);
+    context_.refresh();
+    return replaced;
   }
 
  private:
@@ -122,7 +111,7 @@ class Replacement {
     if (ext == ".bmp") {
       return PrepareBitmap(path, colours);
     }
-    UpdateUnpackedSize(record_, path);
+    UpdateUnpackedSize(record_, FileLength(path));
     if (!IsOneOf(ext, {".mig", ".gim", ".gmo", ".omg"})) {
       return path;  // taken to be in its final form
     }
@@ -144,12 +133,12 @@ class Replacement {
       Tell(prompts_, "GIM转换失败", Icon::Critical);
       return {};
     }
-    UpdateUnpackedSize(record_, gim);
+    UpdateUnpackedSize(record_, FileLength(gim));
     return mod_.cNoCompression ? gim : Compress(gim);
   }
 
   fs::path Compress(const fs::path& path) {
-    const fs::path packed = mod_.TempPath("temp.dat");
+    fs::path packed = mod_.TempPath("temp.dat");
     if (!CompressFile(path, packed, kBestCompression)) {
       Tell(prompts_, "压缩失败", Icon::Critical);
       return {};
@@ -164,42 +153,41 @@ class Replacement {
   GenRsc& record_;
 };
 
-// One run of cmdReplaceAll.
+// One run of cmdReplaceAll. Files and outcomes are those of going through "temp.gim" and "temp.dat" with each resource;
+// but only the first ones do, which tells whether these files can be made. The others stay in memory.
 class FolderReplacement {
  public:
   FolderReplacement(const ReplaceContext& context, fs::path folder)
-      : context_(context), mod_(context.write.mod), folder_(std::move(folder)), replacer_(context.write) {}
+      : context_(context),
+        mod_(context.write.mod),
+        folder_(std::move(folder)),
+        tempGim_(mod_.TempPath("temp.gim")),
+        tempDat_(mod_.TempPath("temp.dat")),
+        tempVag_(mod_.TempPath("temp.vag")),
+        replacer_(context.write) {}
 
   void Run() {
     const RcoDocument& document = context_.write.document;
     const int rows = std::min(document.lst.Count(), static_cast<int>(document.genRsc.size()));
-    const TemporaryFiles temporary(mod_);
-    const Finished finished(replacer_);
-    for (int row = 0; row < rows; ++row) {
-      context_.progress.Show(row, rows);
-      ReplaceRow(row);
+    const TempFiles temps({tempGim_, tempDat_, tempVag_});
+    try {
+      for (int row = 0; row < rows; ++row) {
+        context_.progress.Show(row, rows);
+        ReplaceRow(row);
+      }
+    } catch (...) {
+      replacer_.Finish();  // what was replaced before the failure is stored
+      throw;
     }
     context_.progress.Show(rows, rows);
+    replacer_.Finish();
   }
 
  private:
-  // Stores what was replaced, also where a failure ends the run.
-  class Finished {
-   public:
-    explicit Finished(GenReplacer& replacer) : replacer_(replacer) {}
-    Finished(const Finished&) = delete;
-    Finished& operator=(const Finished&) = delete;
-    ~Finished() { replacer_.Finish(); }
-
-   private:
-    GenReplacer& replacer_;
-  };
-
   void ReplaceRow(int row) {
-    GenRsc& record = At(context_.write.document.genRsc, row);
-    constexpr std::size_t kPrefixLength = 6;  // as in "[GIM] "
-    const std::string& line = context_.write.document.lst.Text(row);
-    base_ = PathToUtf8(folder_ / FileNameOfLabel(line.substr(std::min(kPrefixLength, line.size()))));
+    RcoDocument& document = context_.write.document;
+    GenRsc& record = At(document.genRsc, row);
+    base_ = folder_ / PathFromUtf8(FileNameOfLabel(LabelOfRow(document, row)));
     if (record.rscKind == Int16(rco::kKindVag)) {
       ReplaceVag(row);
     } else if (record.rscKind == Int16(rco::kKindGmo)) {
@@ -211,7 +199,11 @@ class FolderReplacement {
     }
   }
 
-  [[nodiscard]] fs::path Named(const std::string& ending) const { return PathFromUtf8(base_ + ending); }
+  [[nodiscard]] fs::path Named(const std::string& ending) const {
+    fs::path path = base_;
+    path += ending;
+    return path;
+  }
 
   // Stores the file as it is, if it is there.
   void HandOver(const fs::path& path, int row) {
@@ -224,12 +216,44 @@ class FolderReplacement {
   void HandOverPacked(const fs::path& path, int row) {
     if (mod_.cNoCompression) {
       replacer_.Replace(path, row);
-      return;
+    } else {
+      HandOverWrapper(DeflateFile(path, kBestCompression), row);
     }
-    const fs::path packed = mod_.TempPath("temp.dat");
-    CompressFile(path, packed, kBestCompression);
-    replacer_.Replace(packed, row);
-    DeleteFileQuietly(packed);
+  }
+
+  // Stores what came of the compression. Whether anything did isn't tested: without it the resource becomes what
+  // "temp.dat" holds, and stays as it is where there is none.
+  void HandOverWrapper(const std::optional<Bytes>& wrapper, int row) {
+    if (wrapper && CanPassTempDat(*wrapper)) {
+      replacer_.Replace(*wrapper, row);
+    } else {
+      replacer_.Replace(tempDat_, row);
+    }
+    DeleteFileQuietly(tempDat_);
+  }
+
+  static void Make(const fs::path& temp, const Bytes& content) {
+    DeleteFileIfThere(temp);
+    WriteWholeFile(temp, content);
+  }
+
+  bool CanPassTempDat(const Bytes& wrapper) {
+    if (!passedTempDat_) {
+      try {
+        Make(tempDat_, wrapper);
+        passedTempDat_ = true;
+      } catch (...) {
+        (void)CurrentFailure();  // as where the compression failed
+      }
+    }
+    return passedTempDat_;
+  }
+
+  void PassTempGim(const Bytes& gim) {
+    if (!passedTempGim_) {
+      Make(tempGim_, gim);
+      passedTempGim_ = true;
+    }
   }
 
   void ReplaceGim(int row, GenRsc& record) {
@@ -237,29 +261,36 @@ class FolderReplacement {
     for (const char* ending : {".bmp", ".32bit.bmp"}) {
       if (FileExists(Named(ending))) {
         ReplaceByBitmap(Named(ending), row, record);
+        DeleteFileQuietly(tempGim_);
         return;
       }
     }
     if (FileExists(Named(".gim"))) {
-      UpdateUnpackedSize(record, Named(".gim"));
+      UpdateUnpackedSize(record, FileLength(Named(".gim")));
       HandOverPacked(Named(".gim"), row);
       return;
     }
     HandOver(Named(".dat"), row);
   }
 
-  void ReplaceByBitmap(const fs::path& bitmap, int row, GenRsc& record) {
+  void ReplaceByBitmap(const fs::path& path, int row, GenRsc& record) {
+    const Bytes bitmap = ReadWholeFile(path);
     // The count goes on from one bitmap to the next: after a few of them all are taken to have more than 256 colours.
-    if (!CountBitmapColours(bitmap, colours_, true, context_.write.prompts)) {
+    if (!CountBitmapColours(bitmap, colours_)) {
       return;
     }
-    const fs::path gim = mod_.TempPath("temp.gim");
-    const bool palette = ShouldUsePalette(colours_, bitmap, mod_.cImpt32bitMode);
-    if (BitmapToGim(bitmap, gim, palette, kTiled, mod_.cFirstColTrans)) {
-      UpdateUnpackedSize(record, gim);
-      HandOverPacked(gim, row);
+    const bool palette = ShouldUsePalette(colours_, ReadBitmapHeader(bitmap), mod_.cImpt32bitMode);
+    const std::optional<Bytes> gim = BitmapToGim(bitmap, palette, kTiled, mod_.cFirstColTrans);
+    if (!gim) {
+      return;
     }
-    DeleteFileQuietly(gim);
+    PassTempGim(*gim);
+    UpdateUnpackedSize(record, static_cast<std::int64_t>(gim->size()));
+    if (mod_.cNoCompression) {
+      replacer_.Replace(*gim, row);
+    } else {
+      HandOverWrapper(DeflateToWrapper(*gim, kBestCompression), row);
+    }
   }
 
   void ReplaceVag(int row) {
@@ -270,8 +301,8 @@ class FolderReplacement {
       mod_.vagSize1 = CheckedInt32(FileLength(left));
       mod_.vagSize2 = CheckedInt32(FileLength(right));
       MergeVagChannels(left, right, mod_);
-      replacer_.Replace(mod_.TempPath("temp.vag"), row);
-      DeleteFileQuietly(mod_.TempPath("temp.vag"));
+      replacer_.Replace(tempVag_, row);
+      DeleteFileQuietly(tempVag_);
       return;
     }
     mod_.vagPath = FileExists(left) ? left : FileExists(Named(".vag")) ? Named(".vag") : fs::path();
@@ -295,18 +326,21 @@ class FolderReplacement {
   const ReplaceContext& context_;
   Mod& mod_;
   fs::path folder_;
+  fs::path tempGim_;
+  fs::path tempDat_;
+  fs::path tempVag_;
   GenReplacer replacer_;
-  std::string base_;  // folder and label of the row
+  fs::path base_;  // folder and label of the row
   Int16 colours_;
+  bool passedTempGim_ = false;  // could be made, and so could the others
+  bool passedTempDat_ = false;
 };
 
 }  // namespace
 
-void CmdReplace(const ReplaceContext& context) {
+bool CmdReplace(const ReplaceContext& context) {
   const int row = context.write.document.lst.Selected();
-  if (row >= 0) {
-    Replacement(context, row).Run();
-  }
+  return row >= 0 && Replacement(context, row).Run();
 }
 
 void CmdReplaceAll(const ReplaceContext& context) {

@@ -22,9 +22,9 @@ struct ReplaceContext {
 
 // Asks for a file and stores it as the selected row of lst: a bitmap, PNG, icon or GIF becomes a GIM where the resource
 // is one, images and models are compressed, everything else goes in as it is. Nothing happens without a selected row.
-// What is refused or fails is told; the temporary files are deleted on every way out. Failures: those of reading the
-// file.
-void CmdReplace(const ReplaceContext& context);
+// What is refused or fails is told; the temporary files are deleted on every way out. True if the resource was
+// replaced. Failures: those of reading the file.
+bool CmdReplace(const ReplaceContext& context);
 
 // Asks for a folder and stores every file of it that has the name of a resource, as cmdExtractAll writes them. Nothing
 // is asked on the way. The open file is read once and written once. Failures: those of reading the files; what was

@@ -40,7 +40,7 @@ void GeneralTab::AddDisplay(QWidget* container) {
 }
 
 void GeneralTab::AddCommands(QWidget* container) {
-  const auto add = [this, container](const char* name, const char* caption, void (Editor::*command)()) {
+  const auto add = [this, container](const char* name, const char* caption, auto command) {
     connect(AddButton(container, name, caption), &QPushButton::clicked, this,
             [this, command] { runner_.Run([command](Editor& editor) { (editor.*command)(); }); });
   };
