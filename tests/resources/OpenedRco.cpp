@@ -7,6 +7,18 @@
 
 namespace kelvane::test {
 
+namespace {
+
+// Nothing but the resources changes in the document.
+void Scan(const std::filesystem::path& path, RcoDocument& document) {
+  RcoFile file(path);
+  document.labelBase = file.ReadI32At(rco::hdrLabelOffset);
+  file.ReadLongsAt(rco::kDataAreaLongsAt, document.dataAreas);
+  ScanGenRsc(file, document);
+}
+
+}  // namespace
+
 OpenedRco::OpenedRco() {
   mod.cAppPath = program.Path() / "";
   mod.cCurFile = home / "page.rco";
@@ -15,10 +27,13 @@ OpenedRco::OpenedRco() {
 void OpenedRco::Open() {
   built = builder.Build();
   WriteWholeFile(mod.cCurFile, built.bytes);
-  RcoFile file(mod.cCurFile);
-  document.labelBase = file.ReadI32At(rco::hdrLabelOffset);
-  file.ReadLongsAt(rco::kDataAreaLongsAt, document.dataAreas);
-  ScanGenRsc(file, document);
+  Scan(mod.cCurFile, document);
+}
+
+RcoDocument ScannedResources(const std::filesystem::path& path) {
+  RcoDocument document;
+  Scan(path, document);
+  return document;
 }
 
 Bytes SomeBytes(std::size_t count, std::uint32_t seed) {

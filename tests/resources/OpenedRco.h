@@ -27,6 +27,9 @@ struct OpenedRco {
   ScriptedPrompts prompts;
 };
 
+// The general resources of the file at `path`.
+[[nodiscard]] RcoDocument ScannedResources(const std::filesystem::path& path);
+
 // `count` bytes without an order, other ones for each seed; no byte is "M" or "O".
 [[nodiscard]] Bytes SomeBytes(std::size_t count, std::uint32_t seed = 1);
 
