@@ -131,7 +131,7 @@ fs::path RealTarget(const fs::path& path) {
 // A rename asks for the right to write to the folder alone: without this a file that its owner has protected would be
 // replaced like any other.
 void RequireWritable(const fs::path& target) {
-  if (faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0 && errno != ENOENT) {
+  if (access(target.c_str(), W_OK) != 0 && errno != ENOENT) {
     throw FailureFromErrno(errno);
   }
 }

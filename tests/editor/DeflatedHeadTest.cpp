@@ -230,7 +230,8 @@ TEST_F(DeflatedHeadTest, AShiftIsRoundedByItsSignedRemainderSoThatMinus5Gives0) 
     WriteI32(plain, rco::hdrVagData, 300 + shift);
     WriteI32(plain, rco::hdrGmoData, shift);
     Append(plain, head);
-    plain.resize(static_cast<std::size_t>(164 + 44 + shift));
+    const std::int32_t headEnd = 164 + 44 + shift;
+    plain.resize(static_cast<std::size_t>(headEnd));
     Append(plain, Bytes{1, 2, 3, 4});
     EXPECT_EQ(file.Image(), plain) << difference;
     EXPECT_EQ(ReadWholeFile(folder / "d.rco"), plain) << difference;
