@@ -39,12 +39,13 @@ CLI::Validator DecimalNumber() {
       "");
 }
 
-// Rows, items and the like of all commands.
+// Rows, items and the like of all commands below `app`.
 void TakeDecimalNumbers(CLI::App& app) {
-  for (CLI::Option* option : app.get_options([](const CLI::Option* each) { return each->get_type_name() == "INT"; })) {
-    option->transform(DecimalNumber());
-  }
+  const auto isNumber = [](const CLI::Option* option) { return option->get_type_name().starts_with("INT"); };
   for (CLI::App* command : app.get_subcommands({})) {
+    for (CLI::Option* option : command->get_options(isNumber)) {
+      option->transform(DecimalNumber());
+    }
     TakeDecimalNumbers(*command);
   }
 }

@@ -46,6 +46,26 @@ TEST_F(CliTest, OptionsStandBeforeOrBehindTheCommand) {
   EXPECT_EQ(Run({"list", file, "--json"}).out, json);
 }
 
+TEST_F(CliTest, NumbersOfEveryCommandAreDecimal) {
+  const std::string file = File("a.rco", Small());
+  const std::string out = (folder / "out.gim").string();
+  EXPECT_EQ(Run({"extract", file, "010", out}).err, "error: ROW 10 is not there: the file has 1\n");
+  EXPECT_EQ(Run({"preview", file, "00"}).status, 0);
+  for (const char* number : {"", "0x0", "one"}) {
+    EXPECT_EQ(Run({"extract", file, number, out}).status, 2) << number;
+    EXPECT_EQ(Run({"extract", file, "0", out, "--as", number}).status, 2) << number;
+    EXPECT_EQ(Run({"entry", file, "page", number}).status, 2) << number;
+    EXPECT_EQ(Run({"set-word", file, "page", "0", number, "1"}).status, 2) << number;
+    EXPECT_EQ(Run({"page", "add", file, "--at", "0", "--depth", "0", "--class", number, "--label", "x"}).status, 2);
+  }
+  // Class 19, and refused since there is no page to put it before.
+  const test::CliResult page =
+      Run({"page", "add", file, "--at", "0", "--depth", "0", "--class", "019", "--label", "x"});
+  EXPECT_EQ(page.status, 1);
+  EXPECT_TRUE(page.err.starts_with("info: Sorry")) << page.err;
+  EXPECT_FALSE(FileExists(out));
+}
+
 TEST_F(CliTest, ARefusalGoesToTheErrorStreamAndEndsWith1) {
   const test::CliResult result = Run({"list", File("a.rco", Bytes(200))});
   EXPECT_EQ(result.status, 1);

@@ -249,11 +249,15 @@ TEST(ScanTextRsc, RecordsBeyondTheEndOfTheFileAreZeros) {
   EXPECT_THAT(open.document.lstText.Lines(), ElementsAre("", ""));
 }
 
-TEST(ScanTextRsc, MoreThan32767LanguagesAreFailure6) {
+TEST(ScanTextRsc, AFileOf32767LanguagesOpensAndOneMoreIsFailure6) {
   const auto built = TwoTexts({kEnglish, kFrench}).Build();
   Bytes content = built.bytes;
-  WriteI32(content, built.layout.Root(test::RcoTable::kText) + rco::entryChildren, 32768);
+  WriteI32(content, built.layout.Root(test::RcoTable::kText) + rco::entryChildren, 32767);
   WriteI32(content, built.layout.languages[0].entry + rco::entryNext, 48 + 12);
+  const OpenTexts largest(content);
+  EXPECT_EQ(largest.document.cboTextLang.Count(), 32767);
+  EXPECT_EQ(largest.document.cboTextLang.Selected(), 1);
+  WriteI32(content, built.layout.Root(test::RcoTable::kText) + rco::entryChildren, 32768);
   OpenTexts open;
   EXPECT_EQ(NumberOf([&] { open.Open(content); }), 6);
   EXPECT_EQ(open.document.langCount, 32768);
