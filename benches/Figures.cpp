@@ -69,10 +69,10 @@ void Use(const void* value) {
   benchmark::ClobberMemory();
 }
 
-int RunFigures(int argc, char** argv, const std::vector<Figure>& figures, int turns) {
+int RunFigures(int argc, char** argv, const std::vector<Figure>& figures) {
   // In turns, so that what else the machine does meets both sides alike. What the user says comes later and counts.
-  std::vector<std::string> arguments = {argv[0], "--benchmark_repetitions=" + std::to_string(turns),
-                                        "--benchmark_min_time=0.02", "--benchmark_enable_random_interleaving=true"};
+  std::vector<std::string> arguments = {argv[0], "--benchmark_repetitions=25", "--benchmark_min_time=0.02",
+                                        "--benchmark_enable_random_interleaving=true"};
   arguments.insert(arguments.end(), argv + 1, argv + argc);
   std::vector<char*> pointers;
   pointers.reserve(arguments.size());

@@ -23,8 +23,7 @@ struct Figure {
 void Use(const void* value);
 
 // Measures both sides of every figure in turns, many times over, and prints a line per figure: its name, our best time,
-// the ratio of the best times, and the aim. The arguments are those of Google Benchmark. `turns` may be fewer where one
-// takes seconds. The result is for main: 0.
-int RunFigures(int argc, char** argv, const std::vector<Figure>& figures, int turns = 25);
+// the ratio of the best times, and the aim. The arguments are those of Google Benchmark. The result is for main: 0.
+int RunFigures(int argc, char** argv, const std::vector<Figure>& figures);
 
 }  // namespace kelvane::bench
