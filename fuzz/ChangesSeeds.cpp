@@ -6,7 +6,7 @@
 namespace kelvane::fuzz {
 
 std::vector<Bytes> Seeds() {
-  std::vector<Bytes> seeds;
+  std::vector<Bytes> seeds = {{}};  // without a choice everything is as small as can be
   for (unsigned seed = 0; seed < 40; ++seed) {
     std::mt19937 random(seed);
     Bytes choices(1500);

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -55,8 +56,8 @@ class ChangeSequence {
 
   // Runs a command. In a regular change the failures that it asks about or ends with must be `failures`, if given.
   // Whether what the file holds then can be compared.
-  template <class Command>
-  bool Run(const std::string& name, bool regular, const std::optional<std::vector<int>>& failures, Command&& command);
+  bool Run(const std::string& name, bool regular, const std::optional<std::vector<int>>& failures,
+           const std::function<void()>& command);
   // Whether a wild change left records to which a next one would make the file grow by hundreds of megabytes.
   [[nodiscard]] bool HasRecordsOutside() const;
   // Whether a change that isn't regular is to be made all the same.
