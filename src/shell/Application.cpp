@@ -1,7 +1,8 @@
 #include "shell/Application.h"
 
 #include <QFont>
-#include <QStyleFactory>
+#include <QProxyStyle>
+#include <memory>
 
 #include "shell/Failure.h"
 #include "shell/Icons.h"
@@ -24,11 +25,22 @@ QFont FormFont(const QFont& system) {
   return font;
 }
 
+// Quiet buttons: those of the toolkit's dialogs bear no icons, as those of ours don't.
+class FormStyle : public QProxyStyle {
+ public:
+  FormStyle() : QProxyStyle("Fusion") {}
+
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* returned) const override {
+    return hint == SH_DialogButtonBox_ButtonsHaveIcons ? 0 : QProxyStyle::styleHint(hint, option, widget, returned);
+  }
+};
+
 }  // namespace
 
 Application::Application(int& argumentCount, char** arguments) : QApplication(argumentCount, arguments) {
   setApplicationName("Kelvane Editor");
-  setStyle(QStyleFactory::create("Fusion"));
+  setStyle(std::make_unique<FormStyle>().release());  // it takes it over
   setFont(FormFont(font()));
   setWindowIcon(DrawnIcon(Drawing::Program));
 }

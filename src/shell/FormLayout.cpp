@@ -10,9 +10,14 @@ namespace {
 
 using Places = std::map<std::string, TwipRect>;
 
-// The largest whole number of pixels in a length, for columns that are divided further.
+// A length as its control has it on the screen, for columns that are divided further.
 int WholePixels(int twips) {
-  return twips / kTwipsPerPixel * kTwipsPerPixel;
+  return PixelsOf(twips) * kTwipsPerPixel;
+}
+
+// Half of what a gap in the middle leaves, in whole pixels, so that both halves come out alike.
+constexpr int HalfOf(int twips, int gap) {
+  return (twips - gap) / (2 * kTwipsPerPixel) * kTwipsPerPixel;
 }
 
 // The frame around the tabs. Its height leaves the row of buttons and the headers above it and lblWebsite below it.
@@ -64,7 +69,8 @@ void PlaceLists(Places& places, int columns, int split, int height) {
 
 void PlaceGeneralTab(Places& places, int columns) {
   constexpr int kWidth = 1905;
-  constexpr int kHalf = (kWidth - kGap) / 2;
+  constexpr int kHalf = HalfOf(kWidth, kGap);
+  constexpr int kRight = kWidth - kHalf;
   constexpr int kValueLeft = 885;
   places["picGenContainer"] = {columns - 1905, kColumnTop, kWidth, 5100};
   places["lblGenItemNo"] = {0, 0, kWidth, kLineHeight};
@@ -80,10 +86,10 @@ void PlaceGeneralTab(Places& places, int columns) {
   }
   top += 60;
   places["cmdExtract"] = {0, top, kHalf, kButtonHeight};
-  places["cmdReplace"] = {kHalf + kGap, top, kHalf, kButtonHeight};
+  places["cmdReplace"] = {kRight, top, kHalf, kButtonHeight};
   top += kButtonHeight + kGap;
   places["cmdExtractAll"] = {0, top, kHalf, kButtonHeight};
-  places["cmdReplaceAll"] = {kHalf + kGap, top, kHalf, kButtonHeight};
+  places["cmdReplaceAll"] = {kRight, top, kHalf, kButtonHeight};
   top += kButtonHeight + kGap;
   places["cmdGenRscAdd"] = {0, top, kWidth, kButtonHeight};
 }
@@ -92,7 +98,7 @@ void PlaceTextTab(Places& places, int split, int column, int height) {
   const int bottom = height - 1815 - kColumnTop - 15;  // the page's end
   places["picTextContainer"] = {split, kColumnTop, column, bottom};
   const int whole = WholePixels(column);
-  const int half = WholePixels((whole - kGap) / 2);
+  const int half = HalfOf(whole, kGap);
   places["lblTextLangDes"] = {0, 0, 840, 330};
   places["cboTextLang"] = {840, 0, column - 840, 330};
   places["lblTxtIdx"] = {0, 405, column, kLineHeight};
@@ -124,7 +130,7 @@ void PlacePositionBlock(Places& places, int split, int column) {
   constexpr int kLetter = 240;
   places["picPagePos"] = {split, kColumnTop, column, 2910};
   column = WholePixels(column);
-  const int pair = WholePixels((column - kCaption - 60) / 2);
+  const int pair = HalfOf(column - kCaption, 60);
 
   const auto caption = [&](const char* name, int row, int width) { places[name] = {0, row * kRow, width, kBoxHeight}; };
   const auto wide = [&](const char* name, int row, int box) {

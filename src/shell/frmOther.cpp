@@ -16,7 +16,6 @@ frmOther::frmOther(QWidget* owner, RandomInfo info)
   AddHeading("lblSec2", "Text Data");
   AddLists({"lblLabelDes", "Label Data (all)", "lstLabel", &info_.lstLabel, true},
            {"lblNativeDes", "\"native:/\" Data", "lstNative", &info_.lstNative, true});
-  Rows()->setColumnStretch(0, 1);
   QPushButton* close = AddButton(this, "cmdClose", "Close");
   connect(close, &QPushButton::clicked, this, &QDialog::reject);
   AddButtons({close});
@@ -24,7 +23,8 @@ frmOther::frmOther(QWidget* owner, RandomInfo info)
 }
 
 void frmOther::AddLists(const Shown& left, const Shown& right) {
-  const int row = Rows()->rowCount();
+  auto* pair = new QGridLayout;
+  Rows()->addLayout(pair, Rows()->rowCount(), 0, 1, 3);
   int column = 0;
   for (const Shown& shown : {left, right}) {
     QLabel* label = AddLabel(this, shown.label, shown.caption);
@@ -32,9 +32,9 @@ void frmOther::AddLists(const Shown& left, const Shown& right) {
     list->Show(*shown.lines);
     label->setEnabled(shown.enabled);
     list->setEnabled(shown.enabled);
-    Rows()->addWidget(label, row, column);
-    Rows()->addWidget(list, row + 1, column);
-    ++column;
+    pair->addWidget(label, 0, column);
+    pair->addWidget(list, 1, column);
+    pair->setColumnStretch(column++, 1);
   }
 }
 

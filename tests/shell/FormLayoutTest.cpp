@@ -98,6 +98,28 @@ TEST(FormLayout, ListsStayInsideTheFrame) {
   }
 }
 
+// Where a control ends on the right, in pixels.
+int RightEnd(const TwipRect& place) {
+  return PixelsOf(place.left) + PixelsOf(place.width);
+}
+
+TEST(FormLayout, ColumnsEndWhereTheirControlsEnd) {
+  for (const int width : {7815, 9600, 10007, 11111}) {
+    const auto places = LayOutForm(width, 8010, true);
+    for (const char* name : {"cmdReplace", "cmdReplaceAll", "cmdGenRscAdd"}) {
+      EXPECT_EQ(RightEnd(places.at(name)), RightEnd(places.at("picPreview"))) << name << " " << width;
+    }
+    for (const char* name : {"cmdTextReset", "cmdTextRscAdd", "cmdTextExport", "cmdTextImport"}) {
+      EXPECT_EQ(RightEnd(places.at(name)), RightEnd(places.at("txt"))) << name << " " << width;
+    }
+    for (const char* name : {"txtPageOpt(1)", "txtPageOpt(2)", "txtPageOpt(11)", "cmdPagePosChange"}) {
+      EXPECT_EQ(RightEnd(places.at(name)), PixelsOf(places.at("lstPageData").width)) << name << " " << width;
+    }
+    EXPECT_EQ(places.at("cmdExtract").width, places.at("cmdReplace").width);
+    EXPECT_EQ(places.at("cmdTextChange").width, places.at("cmdTextReset").width);
+  }
+}
+
 TEST(FormLayout, PixelsAreFifteenTwips) {
   EXPECT_EQ(PixelsOf(7815), 521);
   EXPECT_EQ(PixelsOf(7020), 468);
