@@ -1,13 +1,15 @@
 #include "shell/EditorRunner.h"
 
+#include <utility>
+
 #include "shell/Failure.h"
 
 namespace kelvane {
 
 void EditorRunner::Run(const std::function<void(Editor&)>& command) {
-  running_ = true;
+  const bool outer = std::exchange(running_, true);
   Guarded([&] { command(editor_); })();
-  running_ = false;
+  running_ = outer;
   if (!IsEnding()) {
     emit Ran();
   }

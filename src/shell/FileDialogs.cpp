@@ -3,6 +3,8 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
+#include <QTreeView>
 #include <algorithm>
 
 #include "common/Encoding.h"
@@ -32,20 +34,30 @@ int NumberOfFilter(const QString& selected, const std::vector<FileFilter>& filte
   return found == filters.end() ? 0 : static_cast<int>(found - filters.begin()) + 1;
 }
 
-// Empty where nothing was chosen.
-QString ChosenPath(QFileDialog& box) {
+// The toolkit's own dialog, as large as its columns need.
+void DressUp(QFileDialog& box) {
+  box.setOption(QFileDialog::DontUseNativeDialog);
+  box.resize(720, 460);
+  if (const auto* files = box.findChild<QTreeView*>("treeView")) {
+    files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+  }
+}
+
+// Empty where nothing was chosen, or more than `longest` characters.
+QString ChosenPath(QFileDialog& box, qsizetype longest) {
   if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) {
     return {};
   }
   const QString path = box.selectedFiles().constFirst().trimmed();
-  return path.size() > kMaxChosenPath ? QString() : path;
+  return path.size() > longest ? QString() : path;
 }
 
 }  // namespace
 
 FileChoice ShowFileDialogBox(QWidget* owner, const FileDialog& dialog) {
   QFileDialog box(owner, QString::fromStdString(dialog.title), StartFolder(dialog.initialDir));
-  box.setOption(QFileDialog::DontUseNativeDialog);
+  DressUp(box);
   box.setOption(QFileDialog::HideNameFilterDetails);
   box.setAcceptMode(dialog.open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
   box.setFileMode(dialog.open ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
@@ -56,7 +68,7 @@ FileChoice ShowFileDialogBox(QWidget* owner, const FileDialog& dialog) {
   }
   box.setNameFilters(filters);
 
-  const QString path = ChosenPath(box);
+  const QString path = ChosenPath(box, kMaxChosenPath);
   if (path.isEmpty()) {
     return {};
   }
@@ -66,10 +78,10 @@ FileChoice ShowFileDialogBox(QWidget* owner, const FileDialog& dialog) {
 
 std::filesystem::path BrowseForFolderBox(QWidget* owner, const std::string& title) {
   QFileDialog box(owner, QString::fromStdString(title), QDir::currentPath());
-  box.setOption(QFileDialog::DontUseNativeDialog);
+  DressUp(box);
   box.setOption(QFileDialog::ShowDirsOnly);
   box.setFileMode(QFileDialog::Directory);
-  return PathFromUtf8(ChosenPath(box).toStdString());
+  return PathFromUtf8(ChosenPath(box, kMaxChosenFolder).toStdString());
 }
 
 }  // namespace kelvane

@@ -28,14 +28,16 @@ std::optional<HexField::Key> KeyOf(int key) {
   }
 }
 
-bool BelongsToTheDialog(int key) {
-  return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape;
+bool BelongsToTheDialog(const QKeyEvent& event) {
+  return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter || event.key() == Qt::Key_Escape ||
+         event.modifiers().testFlag(Qt::AltModifier) || event.text().isEmpty();
 }
 
 }  // namespace
 
 HexBox::HexBox(const std::string& text, QWidget* parent) : QLineEdit(parent) {
   setObjectName("txt");
+  setAttribute(Qt::WA_InputMethodEnabled, false);  // what it composes would not come as keys
   field_.Repair(QString::fromStdString(text).toStdU16String(), 0);
   ShowField();
   connect(this, &QLineEdit::textChanged, this, [this] { Repair(); });
@@ -67,9 +69,11 @@ void HexBox::keyPressEvent(QKeyEvent* event) {
   if (key) {
     field_.KeyDown(*key);
     ShowField();
-  } else if (BelongsToTheDialog(event->key()) || event->text().isEmpty()) {
+  } else if (event->key() == Qt::Key_Insert) {
+    QLineEdit::keyPressEvent(event);  // with Shift it pastes, with Ctrl it copies
+  } else if (BelongsToTheDialog(*event)) {
     event->ignore();
-  } else {
+  } else if (!event->modifiers().testFlag(Qt::ControlModifier)) {
     field_.KeyPress(event->text().front().unicode());
     ShowField();
   }

@@ -41,7 +41,7 @@ MainForm::MainForm(const std::filesystem::path& executable, Prompts* prompts)
     }
   }
   SetTabOrder();
-  setMinimumSize(PixelsOf(kMinimumFormWidth), PixelsOf(kMinimumFormHeight));
+  LimitSize();
   resize(PixelsOf(kStartFormWidth), PixelsOf(kStartFormHeight));
   connect(&watch_, &QTimer::timeout, &runner_, &EditorRunner::Tick);
   connect(&runner_, &EditorRunner::Ran, this, &MainForm::Refresh);
@@ -66,7 +66,9 @@ void MainForm::AddFrame() {
   });
   QLabel* website = AddLabel(this, "lblWebsite", "Kelvane Editor " KELVANE_VERSION);
   website->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  website->setEnabled(false);
+  QPalette quiet = website->palette();
+  quiet.setColor(QPalette::WindowText, quiet.color(QPalette::Dark));
+  website->setPalette(quiet);
 
   auto* border = new QFrame(this);
   border->setObjectName("shpBorder");
@@ -167,6 +169,21 @@ void MainForm::LayOut() {
 void MainForm::resizeEvent(QResizeEvent* /*event*/) {
   if (!isMinimized()) {
     LayOut();
+  }
+}
+
+void MainForm::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::WindowStateChange) {
+    LimitSize();
+  }
+  QWidget::changeEvent(event);
+}
+
+void MainForm::LimitSize() {
+  if (isMinimized() || isMaximized()) {
+    setMinimumSize(0, 0);
+  } else {
+    setMinimumSize(PixelsOf(kMinimumFormWidth), PixelsOf(kMinimumFormHeight));
   }
 }
 

@@ -40,6 +40,7 @@ class MainForm : public QWidget {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
@@ -50,6 +51,8 @@ class MainForm : public QWidget {
   void Refresh();
   void ShowExpert();
   void LayOut();
+  // The smallest size holds in normal state only.
+  void LimitSize();
   void SelectHeader(int index);
   void SetDefaultButton(const QString& name);
 

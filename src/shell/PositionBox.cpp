@@ -25,6 +25,7 @@ bool TypesNothing(const QKeyEvent& event) {
 
 PositionBox::PositionBox(QWidget* parent) : QLineEdit(parent) {
   setObjectName("txtPos");
+  setAttribute(Qt::WA_InputMethodEnabled, false);  // what it composes would not come as keys
 }
 
 void PositionBox::keyPressEvent(QKeyEvent* event) {

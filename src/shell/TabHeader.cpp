@@ -34,6 +34,10 @@ std::optional<TabKey> ArrowOf(int key) {
   }
 }
 
+bool IsLeftOrRight(const QMouseEvent& event) {
+  return event.button() == Qt::LeftButton || event.button() == Qt::RightButton;
+}
+
 }  // namespace
 
 TabHeader::TabHeader(const QIcon& icon, const QString& caption, QWidget* parent)
@@ -59,16 +63,17 @@ void TabHeader::Take(TabEvent event) {
   }
 }
 
-void TabHeader::mousePressEvent(QMouseEvent* /*event*/) {
-  Take(TabEvent::ButtonDown);
+void TabHeader::mousePressEvent(QMouseEvent* event) {
+  Take(IsLeftOrRight(*event) ? TabEvent::ButtonDown : TabEvent::Other);
 }
 
-void TabHeader::mouseDoubleClickEvent(QMouseEvent* /*event*/) {
-  Take(TabEvent::ButtonDown);
+void TabHeader::mouseDoubleClickEvent(QMouseEvent* event) {
+  // The second press of the right button counts as none.
+  Take(event->button() == Qt::LeftButton ? TabEvent::ButtonDown : TabEvent::Other);
 }
 
 void TabHeader::mouseReleaseEvent(QMouseEvent* event) {
-  Take(TabEvent::ButtonUp);
+  Take(IsLeftOrRight(*event) ? TabEvent::ButtonUp : TabEvent::Other);
   if (event->button() == Qt::LeftButton && rect().contains(event->pos())) {
     emit Clicked();
   }
@@ -93,13 +98,18 @@ void TabHeader::keyPressEvent(QKeyEvent* event) {
 }
 
 void TabHeader::focusInEvent(QFocusEvent* event) {
-  keyboardFocus_ = event->reason() != Qt::MouseFocusReason && event->reason() != Qt::ActiveWindowFocusReason;
-  update();
+  ShowKeyboardFocus(event->reason() != Qt::MouseFocusReason && event->reason() != Qt::ActiveWindowFocusReason);
 }
 
 void TabHeader::focusOutEvent(QFocusEvent* /*event*/) {
-  keyboardFocus_ = false;
-  update();
+  ShowKeyboardFocus(false);
+}
+
+void TabHeader::ShowKeyboardFocus(bool shown) {
+  if (keyboardFocus_ != shown) {
+    keyboardFocus_ = shown;
+    update();
+  }
 }
 
 void TabHeader::PaintFrame(QPainter& painter) const {

@@ -37,6 +37,7 @@ class TabHeader : public QWidget {
  private:
   // Takes an event to the next state; repaints if it is another one.
   void Take(TabEvent event);
+  void ShowKeyboardFocus(bool shown);
   void PaintFrame(QPainter& painter) const;
 
   QIcon icon_;

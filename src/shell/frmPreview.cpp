@@ -40,6 +40,8 @@ void frmPreview::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void frmPreview::closeEvent(QCloseEvent* event) {
+  // What it shows next it is told when it opens again.
+  PictureBox::Clear();
   previewOpen_ = false;
   PictureBox::closeEvent(event);
 }
