@@ -1,7 +1,9 @@
 // The dialogs that add something, and those of a word's value, with real keys and clicks.
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QDialog>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -12,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "shell/DialogScript.h"
 #include "shell/ListBox.h"
 #include "shell/frmAddGen.h"
 #include "shell/frmAddPage.h"
@@ -114,12 +117,9 @@ TEST(FrmAddText, PositionTakesDigitsColonsStopsAndBackspace) {
   EXPECT_EQ(box->text(), "2345:6.78");
 }
 
-TEST(FrmAddText, MnemonicsLeadToTheirBoxes) {
+TEST(FrmAddText, PositionIsNotComposed) {
   frmAddText dialog(nullptr, 120, "", [](const std::string&, const std::string&) { return true; });
-  Show(dialog);
-  Find<QPushButton>(dialog, "cmdCancel")->setFocus();
-  QTest::keyClick(&dialog, Qt::Key_L, Qt::AltModifier);
-  EXPECT_TRUE(Find<QLineEdit>(dialog, "txtLabel")->hasFocus());
+  EXPECT_FALSE(Find<QLineEdit>(dialog, "txtPos")->testAttribute(Qt::WA_InputMethodEnabled));
 }
 
 TEST(FrmAddGen, ShowsItsCaptionsAndHandsItsFieldsOver) {
@@ -262,6 +262,65 @@ TEST_F(FrmEditValTest, TextOfAnotherLengthBecomesZeros) {
   box->setText("123");
   EXPECT_EQ(box->text(), "00000000");
   EXPECT_EQ(box->selectionLength(), 1);
+}
+
+TEST_F(FrmEditValTest, PasteRunsTheRepair) {
+  QGuiApplication::clipboard()->setText("12");
+  QTest::keyClick(box, Qt::Key_Insert, Qt::ShiftModifier);
+  ExpectField("00000000", 2);
+  QGuiApplication::clipboard()->setText("7");
+  QTest::keyClick(box, Qt::Key_Home);
+  QTest::keyClick(box, Qt::Key_Insert, Qt::ShiftModifier);
+  ExpectField("70000000", 1);
+  QTest::keyClick(box, Qt::Key_Insert, Qt::ControlModifier);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "0") << "the selected character is copied";
+  box->selectAll();
+  box->cut();  // as the context menu does
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "70000000");
+  ExpectField("00000000", 0);
+  box->paste();
+  ExpectField("00000000", 7);
+  EXPECT_EQ(dialog.Text(), "00000000") << "15 characters";
+}
+
+TEST_F(FrmEditValTest, PasteCutUndoAndSelectAllKeysAreCancelled) {
+  QGuiApplication::clipboard()->setText("7");
+  for (const QKeySequence::StandardKey key :
+       {QKeySequence::Paste, QKeySequence::Cut, QKeySequence::Undo, QKeySequence::SelectAll}) {
+    QTest::keySequence(box, QKeySequence(key));
+    ExpectField("0012ABCD", 0);
+  }
+  QTest::keyClick(box, Qt::Key_F, Qt::AltModifier);
+  ExpectField("0012ABCD", 0);
+}
+
+TEST_F(FrmEditValTest, NothingIsComposed) {
+  EXPECT_FALSE(box->testAttribute(Qt::WA_InputMethodEnabled));
+  QInputMethodEvent composed;
+  composed.setCommitString("坐");
+  QApplication::sendEvent(box, &composed);
+  EXPECT_EQ(box->text().size(), 8);
+}
+
+TEST_F(FrmEditValTest, EveryFocusLeavesOneCharacterSelected) {
+  Press(Qt::Key_Right);
+  PressIn(dialog, Qt::Key_Tab);
+  EXPECT_FALSE(box->hasFocus());
+  PressIn(dialog, Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_TRUE(box->hasFocus());
+  ExpectField("0012ABCD", 1);
+  QTest::keyClick(box, Qt::Key_Right, Qt::ShiftModifier);
+  ExpectField("0012ABCD", 2);
+  QTest::mousePress(box, Qt::LeftButton, {}, {4, box->height() / 2});
+  QTest::mouseMove(box, {box->width() - 4, box->height() / 2});
+  EXPECT_EQ(box->selectionLength(), 1) << "dragging selects no more";
+  QTest::mouseRelease(box, Qt::LeftButton, {}, {box->width() - 4, box->height() / 2});
+  EXPECT_EQ(box->selectionLength(), 1);
+}
+
+TEST_F(FrmEditValTest, ColonPasses) {
+  QTest::keyClicks(box, ":");
+  ExpectField(":012ABCD", 1);
 }
 
 TEST_F(FrmEditValTest, EnterIsOkAndEscIsCancel) {

@@ -32,22 +32,10 @@ class EntryTabsTest : public WindowFixture {
     Start(path.string());
     ClickTab(tab);
   }
-  void ClickRow(const char* name, int row) {
-    auto* list = Find<ListBox>(name);
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(row, 0)).center());
-  }
   void DoubleClickRow(const char* name, int row) {
     ClickRow(name, row);
     auto* list = Find<ListBox>(name);
     QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(row, 0)).center());
-  }
-  QStringList Rows(const char* name) {
-    QStringList rows;
-    const auto* model = Find<ListBox>(name)->model();
-    for (int row = 0; row < model->rowCount(); ++row) {
-      rows << model->index(row, 0).data().toString();
-    }
-    return rows;
   }
   std::uint32_t WordInFile(const EntryPlace& entry, int word) {
     return static_cast<std::uint32_t>(
@@ -167,9 +155,7 @@ TEST_F(EntryTabsTest, RandomInfoNeedsAnOpenFile) {
 }
 
 TEST_F(EntryTabsTest, RandomInfoListsTheOpenFile) {
-  WriteWholeFile(folder / "program/kelvane-editor.ini",
-                 Bytes{'E', 'x', 'p', 'e', 'r', 't', 'M', 'o', 'd', 'e', '=', '1'});
-  Start(path.string());
+  StartExpert(path.string());
   QTimer::singleShot(50, [] {
     auto* dialog = QApplication::activeModalWidget();
     ASSERT_NE(dialog, nullptr);

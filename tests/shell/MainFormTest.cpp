@@ -28,9 +28,6 @@ class MainFormTest : public WindowFixture {
     builder.AddAnimation({.label = "anim_in", .body = {7}});
     return folder.Write("sample.rco", builder.Build().bytes);
   }
-
-  int Rows(const char* list) { return Find<ListBox>(list)->model()->rowCount(); }
-  QString RowText(const char* list, int row) { return Find<ListBox>(list)->model()->index(row, 0).data().toString(); }
 };
 
 TEST_F(MainFormTest, CaptionsStandAsTold) {
@@ -240,6 +237,14 @@ TEST_F(MainFormTest, ResizeTo100By100TwipsStaysAt7815By7020) {
   EXPECT_EQ(form.size(), QSize(521, 468));
 }
 
+TEST_F(MainFormTest, SmallestSizeHoldsInNormalStateOnly) {
+  Start();
+  form.showMaximized();
+  EXPECT_EQ(form.minimumSize(), QSize(0, 0));
+  form.showNormal();
+  EXPECT_EQ(form.minimumSize(), QSize(521, 468));
+}
+
 TEST_F(MainFormTest, ResizingPlacesTheControls) {
   Start();
   form.resize(800, 600);  // 12000 by 9000 twips
@@ -299,12 +304,10 @@ TEST_F(MainFormTest, SettingsBesideTheProgramAreReadFirst) {
 TEST_F(MainFormTest, FileOfTheCommandLineIsShown) {
   Start(WriteSample().string());
   EXPECT_EQ(form.windowTitle(), "Kelvane Editor [sample.rco] (by Orrelin)");
-  EXPECT_EQ(Rows("lst"), 2);
-  EXPECT_EQ(RowText("lst", 1), "[GIM] img_two");
-  EXPECT_EQ(Rows("lstText"), 2);
-  EXPECT_EQ(RowText("lstText", 0), "msg_a");
-  EXPECT_EQ(Rows("lstPage"), 1);
-  EXPECT_EQ(Rows("lstAnim"), 1);
+  EXPECT_EQ(Rows("lst"), (QStringList{"[GIM] img_one", "[GIM] img_two"}));
+  EXPECT_EQ(Rows("lstText"), (QStringList{"msg_a", "msg_b"}));
+  EXPECT_EQ(Rows("lstPage").size(), 1);
+  EXPECT_EQ(Rows("lstAnim").size(), 1);
   auto* languages = Find<QComboBox>("cboTextLang");
   EXPECT_EQ(languages->count(), 2);
   EXPECT_EQ(languages->currentText(), "英语");
@@ -318,7 +321,7 @@ TEST_F(MainFormTest, OpenButtonOpensTheChosenFile) {
     EXPECT_TRUE(dialog.open);
   });
   Click("cmdOpen");
-  EXPECT_EQ(Rows("lst"), 2);
+  EXPECT_EQ(Rows("lst").size(), 2);
 }
 
 TEST_F(MainFormTest, CaptionWithTheToolkitsMarkStandsAsItIs) {
@@ -336,7 +339,7 @@ TEST_F(MainFormTest, ToolsExportAndImportDoNothing) {
   Click("cmdTextExport");
   Click("cmdTextImport");
   EXPECT_EQ(form.windowTitle(), title);
-  EXPECT_EQ(Rows("lstText"), 2);
+  EXPECT_EQ(Rows("lstText").size(), 2);
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 

@@ -8,12 +8,12 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
-#include <QTimer>
 #include <functional>
 #include <gtest/gtest.h>
 
 #include "common/Bytes.h"
 #include "common/Files.h"
+#include "shell/DialogScript.h"
 #include "shell/QtPrompts.h"
 #include "shell/frmEditList.h"
 #include "support/TempFolder.h"
@@ -23,18 +23,14 @@ namespace {
 
 class QtPromptsTest : public ::testing::Test {
  protected:
-  // Runs `act` on the dialog that opens next.
   template <class Dialog>
-  void InDialog(const std::function<void(Dialog&)>& act) {
-    QTimer::singleShot(50, [act] {
-      auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-      ASSERT_NE(dialog, nullptr);
-      act(*dialog);
-    });
+  void InDialog(std::function<void(Dialog&)> act) {
+    dialogs.Expect<Dialog>(std::move(act));
   }
 
   QWidget form;
   QtPrompts prompts{&form};
+  DialogScript dialogs;
   TempFolder folder;
 };
 
@@ -112,11 +108,7 @@ TEST_F(QtPromptsTest, OpenDialogGivesTheChosenFile) {
 
 TEST_F(QtPromptsTest, OpenDialogRefusesAFileThatIsNotThere) {
   InDialog<QFileDialog>([&](QFileDialog& dialog) {
-    QTimer::singleShot(50, [] {
-      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-      ASSERT_NE(box, nullptr);
-      box->accept();
-    });
+    InDialog<QMessageBox>([](QMessageBox& box) { box.accept(); });
     AcceptName(dialog, "missing.rco");
     EXPECT_TRUE(dialog.isVisible());
     dialog.reject();
@@ -168,12 +160,8 @@ TEST_F(QtPromptsTest, SaveDialogAsksBeforeItOverwrites) {
   folder.Write("there.bmp", Bytes(4));
   FileDialog save = kSave;
   save.initialDir = folder.Path();
-  InDialog<QFileDialog>([](QFileDialog& dialog) {
-    QTimer::singleShot(50, [] {
-      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-      ASSERT_NE(box, nullptr);
-      box->button(QMessageBox::No)->click();
-    });
+  InDialog<QFileDialog>([this](QFileDialog& dialog) {
+    InDialog<QMessageBox>([](QMessageBox& box) { box.button(QMessageBox::No)->click(); });
     AcceptName(dialog, "there.bmp");
     EXPECT_TRUE(dialog.isVisible());
     dialog.reject();
@@ -229,6 +217,16 @@ TEST_F(QtPromptsTest, FolderDialogGivesAFolder) {
     AcceptName(dialog, QString::fromStdString((folder / "out").string()));
   });
   EXPECT_EQ(prompts.BrowseForFolder("选择输出目录"), folder / "out");
+}
+
+TEST_F(QtPromptsTest, FolderOf260CharactersCountsAsCancelled) {
+  const std::filesystem::path parent = folder / std::string(100, 'd');
+  for (const std::size_t length : {259U, 260U}) {
+    const auto deep = parent / std::string(length - parent.string().size() - 1, 'e');
+    std::filesystem::create_directories(deep);
+    InDialog<QFileDialog>([&](QFileDialog& dialog) { AcceptName(dialog, QString::fromStdString(deep.string())); });
+    EXPECT_EQ(prompts.BrowseForFolder("选择输出目录"), length == 259 ? deep : std::filesystem::path());
+  }
 }
 
 TEST_F(QtPromptsTest, InputBoxStartsWithItsDefaultAndGivesWhatIsTyped) {

@@ -14,6 +14,7 @@ class CountedHeader : public TabHeader {
   CountedHeader() : TabHeader(IconOfTab(0), "常规资源", nullptr) {
     resize(94, 23);
     show();
+    activateWindow();
     QTest::qWait(1);
   }
 
@@ -67,12 +68,45 @@ TEST(TabHeader, RightButtonPressesButDoesNotClick) {
   EXPECT_EQ(clicks.count(), 0);
 }
 
+TEST(TabHeader, MiddleButtonAndSecondPressOfTheRightOneLeaveTheState) {
+  CountedHeader header;
+  const QSignalSpy clicks(&header, &TabHeader::Clicked);
+  QTest::mousePress(&header, Qt::MiddleButton, {}, {20, 10});
+  EXPECT_EQ(header.State(), TabState::Normal);
+  QTest::mouseMove(&header, {21, 10});
+  QTest::mouseRelease(&header, Qt::MiddleButton, {}, {21, 10});
+  EXPECT_EQ(header.State(), TabState::Hover);
+  const QPointF at(21, 10);
+  QMouseEvent second(QEvent::MouseButtonDblClick, at, header.mapToGlobal(at), Qt::RightButton, Qt::RightButton, {});
+  QApplication::sendEvent(&header, &second);
+  EXPECT_EQ(header.State(), TabState::Hover);
+  QMouseEvent left(QEvent::MouseButtonDblClick, at, header.mapToGlobal(at), Qt::LeftButton, Qt::LeftButton, {});
+  QApplication::sendEvent(&header, &left);
+  EXPECT_EQ(header.State(), TabState::Pressed);
+  EXPECT_EQ(clicks.count(), 0);
+}
+
+TEST(TabHeader, KeyboardFocusShows) {
+  CountedHeader header;
+  header.clearFocus();
+  const QImage without = header.grab().toImage();
+  header.setAttribute(Qt::WA_KeyboardFocusChange);  // as the Tab key makes it
+  header.setFocus(Qt::TabFocusReason);
+  EXPECT_TRUE(header.hasFocus());
+  EXPECT_NE(header.grab().toImage(), without);
+  header.clearFocus();
+  EXPECT_EQ(header.grab().toImage(), without);
+}
+
 TEST(TabHeader, MouseOnTheSelectedHeaderRepaintsNothing) {
   CountedHeader header;
   header.SetSelected(true);
   EXPECT_GE(header.PaintsSince(), 1);
   EXPECT_EQ(header.State(), TabState::Selected);
+  header.clearFocus();
+  EXPECT_EQ(header.PaintsSince(), 0);
   QTest::mouseClick(&header, Qt::LeftButton, {}, {20, 10});
+  EXPECT_TRUE(header.hasFocus());
   QTest::mouseMove(&header, {22, 11});
   EXPECT_EQ(header.PaintsSince(), 0);
 }

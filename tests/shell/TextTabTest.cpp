@@ -1,8 +1,9 @@
-// The texts' tab: a whole translation by keys alone, and what its buttons ask.
+// The texts' tab, and a whole translation by keys alone.
 #include <QComboBox>
+#include <QFileDialog>
+#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <QTimer>
 #include <gtest/gtest.h>
 
 #include "common/Files.h"
@@ -14,7 +15,7 @@ namespace {
 
 class TextTabTest : public WindowFixture {
  protected:
-  TextTabTest() {
+  explicit TextTabTest(bool scripted = true) : WindowFixture(scripted) {
     builder.AddLanguage(0x10000);
     builder.AddLanguage(0x10001);
     builder.AddText({.label = "msg_a", .strings = {u"甲", u"alpha"}});
@@ -29,9 +30,7 @@ class TextTabTest : public WindowFixture {
     txt = Find<TextBox>("txt");
     list = Find<ListBox>("lstText");
   }
-  void ClickRow(int row) {
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(row, 0)).center());
-  }
+  void ClickRow(int row) { WindowFixture::ClickRow("lstText", row); }
   // What the file holds of a language's texts, read by an editor of its own.
   std::u16string Stored(int lang, int item) {
     ScriptedPrompts others;
@@ -107,90 +106,75 @@ TEST_F(TextTabTest, ResetFetchesTheTextAgainAndSelectsIt) {
   EXPECT_TRUE(txt->hasFocus());
 }
 
-TEST_F(TextTabTest, WholeTranslationByKeysAlone) {
+// With the dialogs that a user meets, and nothing but keys.
+class TranslationTest : public TextTabTest {
+ protected:
+  TranslationTest() : TextTabTest(false) {}
+
+  void TabTo(const char* control) {
+    form.activateWindow();  // as a desktop does when a dialog has closed
+    for (int i = 0; i < 60 && !Find(control)->hasFocus(); ++i) {
+      PressIn(form, Qt::Key_Tab);
+    }
+    ASSERT_TRUE(Find(control)->hasFocus()) << control;
+  }
+  void Type(const QString& text) { TypeIn(form, text); }
+
+  DialogScript dialogs;
+};
+
+TEST_F(TranslationTest, WholeTranslationByKeysAlone) {
   Start();
-  // Enter on cmdOpen, which has the focus first.
-  EXPECT_TRUE(Find("cmdOpen")->hasFocus());
-  prompts.ExpectFileDialog({.path = path});
-  Press(Qt::Key_Return);
-  // Tab to the headers, one to the right, and on to the list.
-  while (!Find("picTabSel(0)")->hasFocus()) {
-    Press(Qt::Key_Tab);
-  }
-  Press(Qt::Key_Right);
-  EXPECT_EQ(form.CurrentTab(), 1);
-  list = Find<ListBox>("lstText");
-  while (!list->hasFocus()) {
-    Press(Qt::Key_Tab);
-  }
-  Press(Qt::Key_Down);
-  EXPECT_EQ(list->Row(), 0);
-  txt = Find<TextBox>("txt");
-  while (!txt->hasFocus()) {
-    Press(Qt::Key_Tab);
-  }
-  // The first text is typed over, the next one comes up selected and is typed over at once.
-  QTest::keyClick(txt, Qt::Key_A, Qt::ControlModifier);
-  QTest::keyClicks(txt, "eins");
-  Press(Qt::Key_Return);
-  QTest::keyClicks(txt, "zwei");
-  QTest::keyClick(txt, Qt::Key_Return, Qt::ShiftModifier);
-  QTest::keyClicks(txt, "drei");
-  Press(Qt::Key_Enter);
-  EXPECT_EQ(list->Row(), 2);
-  // A search by its button, then Esc takes back what was typed.
-  prompts.ExpectInput("请输入你想要搜索的文字(只搜索当前选择的语言,允许使用 *?[] 通配符)", "", "EINS");
-  while (!Find("cmdTextSearch")->hasFocus()) {
-    Press(Qt::Key_Tab);
-  }
-  Press(Qt::Key_Return);
-  EXPECT_EQ(list->Row(), 0);
-  while (!txt->hasFocus()) {
-    Press(Qt::Key_Backtab, Qt::ShiftModifier);
-  }
-  QTest::keyClicks(txt, "junk");
-  Press(Qt::Key_Escape);
-  EXPECT_EQ(txt->Text(), u"eins");
-  EXPECT_EQ(Stored(1, 0), u"eins");
-  EXPECT_EQ(Stored(1, 1), u"zwei\r\ndrei");
-  EXPECT_EQ(Stored(1, 2), u"delta");
-  EXPECT_EQ(Stored(0, 1), u"乙\r\n丙");
-}
-
-TEST_F(TextTabTest, AddTextNeedsAnOpenFile) {
-  Start("expert");
-  ClickTab(1);
-  prompts.ExpectTell("Must have a file loaded to use this feature!", Icon::Exclamation);
-  Click("cmdTextRscAdd");
-}
-
-TEST_F(TextTabTest, AddTextIsRefusedWithAMessageAndThenAddsTheText) {
-  WriteWholeFile(folder / "program/kelvane-editor.ini",
-                 Bytes{'E', 'x', 'p', 'e', 'r', 't', 'M', 'o', 'd', 'e', '=', '1'});
-  Open();
-  ClickRow(1);
-  prompts.ExpectTell("必须输入一个标记", Icon::Exclamation);
-  prompts.ExpectTell("无效坐标", Icon::Exclamation);
-  QTimer::singleShot(50, [] {
-    auto* dialog = QApplication::activeModalWidget();
-    ASSERT_NE(dialog, nullptr);
-    EXPECT_EQ(dialog->objectName(), "frmAddText");
-    auto* pos = dialog->findChild<QLineEdit*>("txtPos");
-    EXPECT_EQ(pos->text(), "1");
-    auto* ok = dialog->findChild<QPushButton*>("cmdOK");
-    ok->click();
-    QTest::keyClicks(dialog->findChild<QLineEdit*>("txtLabel"), "msg_new");
-    QTest::keyClicks(pos, "9");
-    ok->click();
-    EXPECT_TRUE(dialog->isVisible());
-    QTest::keyClick(pos, Qt::Key_Backspace);
-    ok->click();
-    EXPECT_FALSE(dialog->isVisible());
+  EXPECT_TRUE(Find("cmdOpen")->hasFocus()) << "it has the focus first";
+  dialogs.Expect<QFileDialog>([this](QFileDialog& dialog) {
+    TypeIn(dialog, QString::fromStdString(path.string()));
+    PressIn(dialog, Qt::Key_Return);
   });
-  Click("cmdTextRscAdd");
-  EXPECT_EQ(list->model()->rowCount(), 4);
-  EXPECT_EQ(list->model()->index(1, 0).data().toString(), "msg_new");
-  EXPECT_EQ(list->model()->index(2, 0).data().toString(), "msg_b");
+  PressIn(form, Qt::Key_Return);
+  EXPECT_EQ(form.windowTitle(), "Kelvane Editor [texts.rco] (by Orrelin)");
+  TabTo("picTabSel(0)");
+  PressIn(form, Qt::Key_Right);
+  EXPECT_EQ(form.CurrentTab(), 1);
+  TabTo("lstText");
+  PressIn(form, Qt::Key_Down);
+  TabTo("txt");
+  txt = Find<TextBox>("txt");
+  list = Find<ListBox>("lstText");
+  // The first text is typed over; the next one comes up selected whole and is typed over at once.
+  PressIn(form, Qt::Key_A, Qt::ControlModifier);
+  Type("eins");
+  PressIn(form, Qt::Key_Return);
+  EXPECT_EQ(list->Row(), 1);
+  EXPECT_EQ(Find<QLabel>("lblTxtIdx")->text(), "项目 #1");
+  Type("zwei");
+  PressIn(form, Qt::Key_Return, Qt::ShiftModifier);
+  Type("drei");
+  PressIn(form, Qt::Key_Return, Qt::ControlModifier);
+  PressIn(form, Qt::Key_Enter);
+  EXPECT_EQ(list->Row(), 2);
+  Type("vier");
+  PressIn(form, Qt::Key_Return);
+  EXPECT_EQ(list->Row(), 2) << "the last text stays selected";
+  // A search leads back to the first; Esc takes back what is typed there.
+  dialogs.Expect<QInputDialog>([](QInputDialog& dialog) {
+    TypeIn(dialog, "E?NS");
+    PressIn(dialog, Qt::Key_Return);
+  });
+  TabTo("cmdTextSearch");
+  PressIn(form, Qt::Key_Return);
+  EXPECT_EQ(list->Row(), 0);
+  TabTo("txt");
+  Type("junk");
+  PressIn(form, Qt::Key_Escape);
+  EXPECT_EQ(txt->Text(), u"eins");
+  EXPECT_EQ(txt->textCursor().selectedText(), "eins");
+  EXPECT_EQ(Stored(1, 0), u"eins");
+  EXPECT_EQ(Stored(1, 1), u"zwei\r\ndrei\r\n");
+  EXPECT_EQ(Stored(1, 2), u"vier");
+  EXPECT_EQ(Stored(0, 0), u"甲");
+  EXPECT_EQ(Stored(0, 1), u"乙\r\n丙");
+  EXPECT_EQ(Stored(0, 2), u"丁");
+  EXPECT_EQ(ReadWholeFile(folder / "texts.rco.bak"), builder.Build().bytes) << "as it was at first";
 }
 
 }  // namespace

@@ -5,7 +5,9 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include "common/Bytes.h"
 #include "shell/DragEvents.h"
+#include "shell/WindowFixture.h"
 #include "shell/frmVAGReplace.h"
 #include "support/ScriptedPrompts.h"
 #include "support/TempFolder.h"
@@ -138,6 +140,61 @@ TEST_F(FrmVagReplaceTest, DragOfTextIsRefused) {
   const std::unique_ptr<QMimeData> text(FileDrag::Text());
   EXPECT_FALSE(IsAccepted(*Find<QLineEdit>("txtLFile"), *text));
   EXPECT_FALSE(IsAccepted(*Find<QLineEdit>("txtRFile"), *text));
+}
+
+// The dialog as cmdReplace opens it.
+class SoundWindowTest : public DialogFixture {
+ protected:
+  SoundWindowTest() {
+    RcoBuilder builder;
+    builder.AddVag({.label = "snd", .channel1 = Bytes(16, 1)});
+    built = builder.Build();
+    path = folder.Write("sound.rco", built.bytes);
+  }
+
+  BuiltRco built;
+  std::filesystem::path path;
+};
+
+TEST_F(SoundWindowTest, MissingFilesAreToldAndAMonoSoundBecomesStereo) {
+  const std::string left = folder.Write("l.vag", Bytes(10, 7)).string();
+  const std::string right = folder.Write("r.vag", Bytes(8, 9)).string();
+  Start(path.string());
+  ClickRow("lst", 0);
+  dialogs.Expect<frmVAGReplace>([&](frmVAGReplace& dialog) {
+    EXPECT_EQ(dialog.parentWidget(), &form);
+    auto* ok = In<QPushButton>(dialog, "cmdOK");
+    dialogs.ExpectMessage("左声道的VAG文件不存在！", QMessageBox::Warning);
+    QTest::mouseClick(ok, Qt::LeftButton);
+    QTest::keyClicks(In<QLineEdit>(dialog, "txtLFile"), QString::fromStdString(left));
+    In<QCheckBox>(dialog, "chkStereo")->setFocus();
+    QTest::keyClick(In<QCheckBox>(dialog, "chkStereo"), Qt::Key_Space);
+    dialogs.ExpectMessage("右声道的VAG文件不存在！", QMessageBox::Warning);
+    QTest::mouseClick(ok, Qt::LeftButton);
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_EQ(In<QLineEdit>(dialog, "txtLFile")->text().toStdString(), left);
+    QTest::keyClicks(In<QLineEdit>(dialog, "txtRFile"), QString::fromStdString(right));
+    QTest::keyClick(In<QLineEdit>(dialog, "txtRFile"), Qt::Key_Return);
+    EXPECT_FALSE(dialog.isVisible());
+  });
+  Click("cmdReplace");
+  const Bytes file = ReadWholeFile(path);
+  const auto entry = built.layout.vags[0].entry;
+  EXPECT_EQ(ReadU16(file, entry + 42), 2);
+  EXPECT_EQ(ReadI32(file, entry + 52), 10);
+  EXPECT_EQ(ReadI32(file, entry + 60), 8);
+  const std::ptrdiff_t data = ReadI32(file, 136) + ReadI32(file, entry + 48);
+  const Bytes expected = {7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 0, 0, 9, 9, 9, 9, 9, 9, 9, 9};
+  EXPECT_EQ(Bytes(file.begin() + data, file.begin() + data + 20), expected);
+}
+
+TEST_F(SoundWindowTest, CancelLeavesTheFile) {
+  Start(path.string());
+  ClickRow("lst", 0);
+  dialogs.Expect<frmVAGReplace>([](frmVAGReplace& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+  Click("cmdReplace");
+  EXPECT_EQ(ReadWholeFile(path), built.bytes);
+  EXPECT_FALSE(FileExists(path.string() + ".bak"));
 }
 
 }  // namespace
