@@ -1,6 +1,7 @@
 #include "editor/Editor.h"
 
 #include <algorithm>
+#include <system_error>
 
 #include "common/Encoding.h"
 #include "common/Files.h"
@@ -74,7 +75,9 @@ void Editor::timDetectChange() {
     return;  // a question of this very handler is still open
   }
   const Flagged flagged(inTick_);
-  if (!FileExists(mod_.cCurFile)) {
+  // Not FileExists: a name may hold '*' or '?', and another file that matches is none of this one.
+  std::error_code error;
+  if (!std::filesystem::exists(mod_.cCurFile, error)) {
     Tell(ports_.prompts, "当前RCO文件已被删除！", Icon::Exclamation);
     OpenRcoFile({});
     return;

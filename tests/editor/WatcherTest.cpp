@@ -41,6 +41,18 @@ TEST_F(WatcherTest, ADeletedFileIsToldAndTheDocumentClosed) {
   EXPECT_FALSE(watch.Running());
 }
 
+TEST_F(WatcherTest, ADeletedFileWhoseNameHoldsAWildcardIsToldAlthoughAnotherOneMatches) {
+  for (const bool noUpdatChk : {false, true}) {
+    editor.State().cNoUpdatChk = noUpdatChk;
+    editor.OpenRcoFile(folder.Write("s????.rco", SmallRco()));
+    editor.timDetectChange();
+    DeleteFile(folder / "s????.rco");
+    prompts.ExpectTell("当前RCO文件已被删除！", Icon::Exclamation);
+    editor.timDetectChange();
+    EXPECT_TRUE(editor.State().cCurFile.empty());
+  }
+}
+
 TEST_F(WatcherTest, AChangedFileIsLoadedAgainOnYes) {
   Bytes other = SmallRco();
   other[256] = 'x';
