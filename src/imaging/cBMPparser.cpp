@@ -90,6 +90,9 @@ cBMPparser::DirectRoad cBMPparser::LoadDirectly(ByteView inStream, c32bppDIB& cH
   if (ReadI16(file, kSignatureAt) != kSignature) {
     return DirectRoad::Closed;
   }
+  if (std::ssize(file) < kHeightAt + 4) {
+    return DirectRoad::NoSize;
+  }
   const std::int32_t bitCount = ReadU16(file, kBitCountAt);
   const std::int32_t width = ReadI32(file, kWidthAt);
   const std::int32_t height = ReadI32(file, kHeightAt);

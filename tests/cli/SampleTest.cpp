@@ -1,5 +1,6 @@
 // The main job on the sample file: what the builder put in is what the commands print and write.
 
+#include <QImage>
 #include <zlib.h>
 
 #include "cli/CliFixture.h"
@@ -84,6 +85,65 @@ TEST_F(SampleTest, ExtractAllWritesWhatTheBuilderPutIn) {
     EXPECT_EQ(Out(*gmo.label + ".dat"), gmo.data) << *gmo.label;
   }
   EXPECT_EQ(ReadWholeFile(path), built.bytes);
+}
+
+// What a picture looks like on white. Small differences come from alpha being multiplied in and out again.
+void ExpectLooksLike(const QImage& shown, const QImage& expected, const std::string& name) {
+  ASSERT_EQ(shown.size(), expected.size()) << name;
+  const auto onWhite = [](const QColor& colour, int channel) {
+    return (channel * colour.alpha() + 255 * (255 - colour.alpha())) / 255.0;
+  };
+  for (int y = 0; y < shown.height(); ++y) {
+    for (int x = 0; x < shown.width(); ++x) {
+      const QColor left = shown.pixelColor(x, y);
+      const QColor right = expected.pixelColor(x, y);
+      ASSERT_NEAR(onWhite(left, left.red()), onWhite(right, right.red()), 2) << name << ' ' << x << ' ' << y;
+      ASSERT_NEAR(onWhite(left, left.green()), onWhite(right, right.green()), 2) << name << ' ' << x << ' ' << y;
+      ASSERT_NEAR(onWhite(left, left.blue()), onWhite(right, right.blue()), 2) << name << ' ' << x << ' ' << y;
+    }
+  }
+}
+
+TEST_F(SampleTest, SelectingThroughAllRowsShowsEachImageAsTheToolkitReadsIt) {
+  int row = 0;
+  int compared = 0;
+  for (const test::ImageSpec& image : builder.Description().images) {
+    const std::string picture = (folder / (*image.label + ".png")).string();
+    const test::CliResult result = Run({"preview", path, std::to_string(row++), picture});
+    if (image.format == rco::kFormatTif) {
+      // No reader takes it.
+      EXPECT_EQ(result.status, 1) << *image.label;
+      EXPECT_NE(result.out.find("lblDim\t尺寸: 0x0\n"), std::string::npos) << *image.label;
+      continue;
+    }
+    EXPECT_EQ(result.status, 0) << *image.label;
+    EXPECT_NE(result.out.find("lblPreviewFail\thidden\n"), std::string::npos) << *image.label;
+    const Bytes file =
+        image.compression == 0 ? image.data : Inflated(image.data, static_cast<std::size_t>(*image.unpackedSize));
+    // The toolkit doesn't read the images of the firmware, and loses the alpha of 32-bit bitmaps.
+    const bool isWideBitmap = image.format == rco::kFormatBmp && ReadU16(file, 28) == 32;
+    if (image.format != rco::kFormatGim && !isWideBitmap) {
+      QImage shown;
+      QImage expected;
+      ASSERT_TRUE(shown.load(QString::fromStdString(picture)));
+      ASSERT_TRUE(expected.loadFromData(file.data(), static_cast<int>(file.size()))) << *image.label;
+      ExpectLooksLike(shown, expected, *image.label);
+      ++compared;
+    }
+  }
+  EXPECT_EQ(compared, 7);
+}
+
+TEST_F(SampleTest, SelectingThroughAllRowsShowsTheNoticeForSoundsAndModels) {
+  const test::RcoDescription& description = builder.Description();
+  const std::size_t first = description.images.size();
+  const std::size_t end = first + description.vags.size() + description.gmos.size();
+  for (std::size_t row = first; row < end; ++row) {
+    const test::CliResult result = Run({"preview", path, std::to_string(row)});
+    EXPECT_EQ(result.status, 0) << row;
+    EXPECT_NE(result.out.find("lblDim\t尺寸:未知\n"), std::string::npos) << row;
+    EXPECT_NE(result.out.find("lblPreviewFail\tshown\n"), std::string::npos) << row;
+  }
 }
 
 TEST_F(SampleTest, EverythingGoesOutAndComesBackAndASecondRoundChangesNoByte) {

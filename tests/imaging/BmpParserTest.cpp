@@ -8,7 +8,6 @@
 namespace kelvane {
 namespace {
 
-using test::BmpSpec;
 using test::BuildBmp;
 using test::FakePicture;
 using test::FakePictures;
@@ -176,9 +175,26 @@ TEST(cBMPparser, BytesBehindThePixelsAreIgnored) {
   EXPECT_EQ(PixelsOf(image.Pixels()), (Bytes{1, 2, 3, 0}));
 }
 
-TEST(cBMPparser, ANegativeBitsOffsetIsNoImage) {
-  c32bppDIB image;
-  EXPECT_FALSE(Load(image, BuildBmp({.bits = {1, 2, 3, 0}, .bitsOffset = -4})));
+TEST(cBMPparser, ANegativeBitsOffsetIsNoImageAndTheLoaderIsNotTried) {
+  for (const std::int32_t height : {1, -1}) {
+    FakePictures pictures;
+    pictures.picture = std::make_unique<FakePicture>();
+    c32bppDIB image(&pictures);
+    EXPECT_FALSE(Load(image, BuildBmp({.height = height, .bits = {1, 2, 3, 0}, .bitsOffset = -4})));
+    EXPECT_NE(image.handle(), nullptr);
+    EXPECT_TRUE(pictures.asked.empty());
+  }
+}
+
+TEST(cBMPparser, AFileTooShortToTellItsSizeIsNotHandedToTheLoader) {
+  const Bytes whole = BuildBmp({.bits = {1, 2, 3, 4}});
+  for (std::size_t length = 2; length < 26; ++length) {
+    FakePictures pictures;
+    pictures.picture = std::make_unique<FakePicture>();
+    c32bppDIB image(&pictures);
+    EXPECT_FALSE(Load(image, Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length)))) << length;
+    EXPECT_TRUE(pictures.asked.empty()) << length;
+  }
 }
 
 TEST(cBMPparser, ABitmapThatAnEarlierParserLeftIsNotLoadedOver) {

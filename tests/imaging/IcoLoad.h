@@ -46,7 +46,8 @@ inline IcoImage Png(std::int32_t width, std::int32_t height, std::uint8_t bitDep
   png.height = height;
   png.bitDepth = bitDepth;
   png.colourType = colourType;
-  png.samples.assign(static_cast<std::size_t>(width * height * PngChannels(colourType)),
+  png.samples.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) *
+                         static_cast<std::size_t>(PngChannels(colourType)),
                      static_cast<std::uint16_t>((1U << bitDepth) - 1));
   if (colourType == 3) {
     png.palette = Bytes(std::size_t{3} << bitDepth, 99);

@@ -106,7 +106,7 @@ TEST(cICOparser, A32BitIconWithAlpha0ThroughoutIsAllZeroWithAlpha) {
   ASSERT_TRUE(Load(loaded, file));
   EXPECT_TRUE(loaded.Alpha());
   EXPECT_EQ(loaded.ImageType(), ImageKind::IconWithAlpha);
-  EXPECT_EQ(PixelsOf(loaded.Pixels()), Bytes(16 * 16 * 4));
+  EXPECT_EQ(PixelsOf(loaded.Pixels()), Bytes(1024));
 }
 
 TEST(cICOparser, An8BitIconWithAMaskOfZerosIsWithoutAlpha) {
@@ -125,7 +125,7 @@ TEST(cICOparser, WhereAMaskBitIsSetThePixelIsAllZero) {
     // 40 pixels a row: the mask's rows have 5 bytes and 3 of padding. Set: x 0 and 9 in the bottom row, 39 in the top
     // one.
     IcoImage image = PlainIcoImage(40, bitCount, 50, 60, 70);
-    std::uint8_t* mask = image.data.data() + image.data.size() - 40 * 8;
+    std::uint8_t* mask = image.data.data() + image.data.size() - 320;
     mask[0] = 0x80;
     mask[1] = 0x40;
     mask[39 * 8 + 4] = 0x01;
@@ -184,7 +184,7 @@ TEST(cICOparser, AnIconThatIsNotSquareLoadsAsASquareOfItsHeight) {
 
 TEST(cICOparser, AnIconNarrowerThanHighLeavesTheRestOfItsRowsEmpty) {
   IcoBitmap bitmap{.width = 4, .height = 8, .bitCount = 24};
-  bitmap.xorBits.assign(8 * 12, 9);
+  bitmap.xorBits.assign(96, 9);
   bitmap.andMask.resize(32);
   Bytes file = BuildIco({.images = {{.width = 4, .height = 8, .bitCount = 24, .data = BuildIcoBitmap(bitmap)}}});
   c32bppDIB loaded;
