@@ -139,7 +139,7 @@ TEST(cICOparser, APngEntryIsReadByThePngParser) {
   EXPECT_EQ(loaded.ImageType(), ImageKind::Png);
   EXPECT_TRUE(loaded.Alpha());
   EXPECT_EQ(loaded.Width(), 16);
-  EXPECT_EQ(PixelsOf(loaded.Pixels()), Bytes(16 * 16 * 4, 255));
+  EXPECT_EQ(PixelsOf(loaded.Pixels()), Bytes(1024, 255));
 }
 
 TEST(cICOparser, A256By256PngEntryIsAccepted) {

@@ -1,6 +1,7 @@
 // What the selection of a general resource shows, step by step, and what is left of the temporary files: nothing.
 #include <QImage>
 #include <cstdio>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -321,6 +322,27 @@ TEST_F(PreviewTest, AGimOfTwoBytesIsAFailureAndItsFilesAreGoneAllTheSame) {
   document.lst.Select(0);
   EXPECT_EQ(test::NumberOf([&] { Show(); }), 9);
   EXPECT_EQ(program.Names(), Names());
+}
+
+TEST_F(PreviewTest, ACompressedImageOfTwoBytesIsAFailureAndItsFilesAreGoneAllTheSame) {
+  builder.AddImage({.label = "image", .format = 0, .compression = 1, .data = {0x78, 0xDA}});
+  Open();
+  document.lst.Select(0);
+  EXPECT_EQ(test::NumberOf([&] { Show(); }), 9);
+  EXPECT_EQ(program.Names(), Names());
+}
+
+TEST_F(PreviewTest, AnExportThatFailsAndIsGivenUpShowsTheNotice) {
+  builder.AddImage({.label = "gim", .data = SmallGim()});
+  builder.AddImage({.label = "png", .format = 0, .data = SmallPng()});
+  Open();
+  std::filesystem::remove(mod.cCurFile);
+  for (const int row : {0, 1}) {
+    prompts.ExpectUnknownFailure(FailureCode::FileNotFound, Answer::No);
+    Select(row);
+    ExpectNoPicture();
+    EXPECT_EQ(document.general.lblGenCompr, "无");
+  }
 }
 
 TEST_F(PreviewTest, TheAlphaOfAGimIsBlendedAgainstTheChosenBackground) {
