@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <memory>
 #include <random>
+#include <stdexcept>
 #include <string>
 
 #include "Figures.h"
@@ -14,7 +15,9 @@
 #include "support/Deflate.h"
 #include "support/GimBuilder.h"
 #include "support/PlainBmp.h"
+#include "support/PlainPorts.h"
 #include "support/RcoBuilder.h"
+#include "support/TempFolder.h"
 
 namespace kelvane::bench {
 
@@ -26,52 +29,13 @@ constexpr double kBesideZlibAim = 1.3;
 constexpr double kTenTimesAsManyAim = 11;
 constexpr int kBestCompression = 9;
 
-// Answers the folder dialog and shows nothing.
-class FolderPrompts : public Prompts {
- public:
-  explicit FolderPrompts(fs::path folder) : folder_(std::move(folder)) {}
-  Answer ShowMessage(const Message& message) override {
-    return message.buttons == Buttons::Ok ? Answer::Ok : Answer::No;
+// A question comes after a failure only, and then the figure would be worth nothing.
+Answer AnswerOf(const Message& message) {
+  if (message.buttons != Buttons::Ok) {
+    throw std::runtime_error(message.text);
   }
-  FileChoice ShowFileDialog(const FileDialog&) override { return {}; }
-  fs::path BrowseForFolder(const std::string&) override { return folder_; }
-  std::string AskText(const std::string&, const std::string&) override { return {}; }
-  std::optional<std::string> ShowEditVal(const std::string&) override { return {}; }
-  std::optional<int> ShowEditList(const std::vector<std::string>&, int) override { return {}; }
-  void ShowVagReplace(bool, const std::function<bool(const VagChoice&)>&) override {}
-
- private:
-  fs::path folder_;
-};
-
-class NoWatch : public Watch {
- public:
-  void Start() override {}
-  void Stop() override {}
-};
-
-class NoProgress : public Progress {
- public:
-  void Show(int, int) override {}
-};
-
-class Folder {
- public:
-  Folder() {
-    std::string name = (fs::temp_directory_path() / "kelvane-bench-XXXXXX").string();
-    path_ = mkdtemp(name.data());
-    for (const char* part : {"program", "home", "in"}) {
-      fs::create_directory(path_ / part);
-    }
-  }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-  ~Folder() { fs::remove_all(path_); }
-  fs::path operator/(const std::string& name) const { return path_ / name; }
-
- private:
-  fs::path path_;
-};
+  return Answer::Ok;
+}
 
 // Pixels as of an icon: a few shapes on a gradient, some noise.
 std::vector<std::uint32_t> IconPixels(int side, unsigned seed) {
@@ -103,7 +67,10 @@ std::vector<std::uint32_t> Colours() {
 class Run {
  public:
   // `ending` is ".gim" or ".bmp".
-  Run(int count, const std::string& ending) : prompts_(folder_ / "in") {
+  Run(int count, const std::string& ending) : prompts_(folder_ / "in", AnswerOf) {
+    for (const char* part : {"program", "home", "in"}) {
+      fs::create_directory(folder_ / part);
+    }
     test::RcoBuilder builder;
     for (int i = 0; i < count; ++i) {
       constexpr int kSide = 64;
@@ -148,10 +115,10 @@ class Run {
   }
 
  private:
-  Folder folder_;
-  FolderPrompts prompts_;
-  NoWatch watch_;
-  NoProgress progress_;
+  test::TempFolder folder_;
+  test::FolderPrompts prompts_;
+  test::IdleWatch watch_;
+  test::IdleProgress progress_;
   Mod mod_;
   RcoDocument document_;
   std::vector<Bytes> gims_;

@@ -2,11 +2,11 @@
 
 #include <filesystem>
 #include <string>
-#include <utility>
 
 #include "common/Bytes.h"
 #include "common/Files.h"
 #include "common/Numbers.h"
+#include "common/TempFiles.h"
 #include "container/RcoFormat.h"
 #include "gim/BmpHeader.h"
 #include "gim/GimToBitmap.h"
@@ -17,20 +17,6 @@
 namespace kelvane {
 
 namespace {
-
-// A file that is deleted on every way out.
-class TemporaryFile {
- public:
-  explicit TemporaryFile(std::filesystem::path path) : path_(std::move(path)) {}
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-  ~TemporaryFile() { DeleteFileQuietly(path_); }
-
-  [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-};
 
 class ResourceView {
  public:
@@ -59,42 +45,43 @@ class ResourceView {
   }
 
  private:
-  bool ExportTo(const TemporaryFile& file) {
-    std::filesystem::path path = file.Path();
+  bool ExportTo(std::filesystem::path path) {
     return ExportGenData(mod_, context_.document, path, row_, context_.prompts);
   }
 
   bool DrawImage() {
-    const TemporaryFile data(mod_.TempPath("temp.dat"));
+    const std::filesystem::path data = mod_.TempPath("temp.dat");
+    const TempFiles temps({data});
     if (!ExportTo(data)) {
       return false;
     }
     if (record_.rscCompression == Int16(rco::kCompressionZlib)) {
       // What can't be unpacked is tried as it is.
-      const TemporaryFile unpacked(mod_.TempPath("temp2.dat"));
-      if (DecompressFile(data.Path(), unpacked.Path())) {
-        CopyWholeFile(unpacked.Path(), data.Path());
+      const std::filesystem::path unpacked = mod_.TempPath("temp2.dat");
+      const TempFiles unpackedTemps({unpacked});
+      if (DecompressFile(data, unpacked)) {
+        CopyWholeFile(unpacked, data);
       }
     }
     c32bppDIB image(context_.pictures);
-    image.LoadPicture_File(data.Path(), 0, 0);
+    image.LoadPicture_File(data, 0, 0);
     Render(image);
     SetSize(image.Width(), image.Height());
     return true;
   }
 
   bool DrawGim() {
-    const TemporaryFile data(mod_.TempPath("temp.dat"));
-    const TemporaryFile gim(mod_.TempPath("temp.gim"));
-    const TemporaryFile bitmap(mod_.TempPath("temp.bmp"));
-    if (!ExportTo(data) || !DecompressFile(data.Path(), gim.Path()) ||
-        !GimToBitmap(gim.Path(), bitmap.Path(), true, mod_.cAppPath)) {
+    const std::filesystem::path data = mod_.TempPath("temp.dat");
+    const std::filesystem::path gim = mod_.TempPath("temp.gim");
+    const std::filesystem::path bitmap = mod_.TempPath("temp.bmp");
+    const TempFiles temps({data, gim, bitmap});
+    if (!ExportTo(data) || !DecompressFile(data, gim) || !GimToBitmap(gim, bitmap, true, mod_.cAppPath)) {
       return false;
     }
     c32bppDIB image(context_.pictures);
-    image.LoadPicture_File(bitmap.Path(), 0, 0);
+    image.LoadPicture_File(bitmap, 0, 0);
     Render(image);
-    const BitmapHeader header = ReadBitmapHeader(bitmap.Path());
+    const BitmapHeader header = ReadBitmapHeader(bitmap);
     SetSize(header.biWidth, header.biHeight);
     return true;
   }

@@ -13,6 +13,7 @@
 #include "resources/TestPicture.h"
 #include "resources/VagSound.h"
 #include "support/Failures.h"
+#include "support/PlainPorts.h"
 
 namespace kelvane {
 namespace {
@@ -20,38 +21,18 @@ namespace {
 namespace fs = std::filesystem;
 using namespace test;
 
-// Answers the handler's questions by a list, and takes note of all messages.
-class ListedAnswers : public Prompts {
- public:
-  ListedAnswers(fs::path folder, std::vector<bool> answers)
-      : folder_(std::move(folder)), answers_(std::move(answers)) {}
-  Answer ShowMessage(const Message& message) override {
-    if (message.buttons == Buttons::Ok) {
-      return Answer::Ok;
-    }
-    const bool yes = answers_[asked.size() % answers_.size()];
-    asked.push_back(message.text);
-    return yes ? Answer::Yes : Answer::No;
-  }
-  FileChoice ShowFileDialog(const FileDialog&) override { return {}; }
-  fs::path BrowseForFolder(const std::string&) override { return folder_; }
-  std::string AskText(const std::string&, const std::string&) override { return {}; }
-  std::optional<std::string> ShowEditVal(const std::string&) override { return {}; }
-  std::optional<int> ShowEditList(const std::vector<std::string>&, int) override { return {}; }
-  void ShowVagReplace(bool, const std::function<bool(const VagChoice&)>&) override {}
-
-  std::vector<std::string> asked;
-
- private:
-  fs::path folder_;
-  std::vector<bool> answers_;
-};
-
-// One open file with what it is changed by.
+// One open file with what it is changed by. The handler's questions are answered by a list.
 struct Road {
   Road(const Bytes& content, const RcoDocument& opened, const Mod& settings, const fs::path& folder,
        const std::vector<bool>& answers)
-      : mod(settings), document(opened), prompts(folder, answers) {
+      : mod(settings), document(opened), prompts(folder, [this, answers](const Message& message) {
+          if (message.buttons == Buttons::Ok) {
+            return Answer::Ok;
+          }
+          const bool yes = answers[asked.size() % answers.size()];
+          asked.push_back(message.text);
+          return yes ? Answer::Yes : Answer::No;
+        }) {
     mod.cAppPath = program.Path() / "";
     mod.cCurFile = home.Write("page.rco", content);
   }
@@ -61,7 +42,8 @@ struct Road {
   TempFolder home;
   Mod mod;
   RcoDocument document;
-  ListedAnswers prompts;
+  std::vector<std::string> asked;  // the handler's questions
+  FolderPrompts prompts;
   ScriptedWatch watch;
   ScriptedProgress progress;
 };
@@ -173,7 +155,9 @@ class ReplaceAllRoadsTest : public ReplaceFixture {
  protected:
   int Below(int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); }
   bool OneIn(int chances) { return Below(chances) == 0; }
-  Bytes Data(int most) { return SomeBytes(static_cast<std::size_t>(1 + Below(most)), static_cast<unsigned>(random())); }
+  Bytes Data(int most) {
+    return SomeBytes(std::size_t{1} + static_cast<std::size_t>(Below(most)), static_cast<unsigned>(random()));
+  }
 
   // Up to 5 resources of each kind, with and without the fields of long entries.
   Screen RandomScreen() {
@@ -246,7 +230,7 @@ class ReplaceAllRoadsTest : public ReplaceFixture {
     EXPECT_EQ(whole.home.Names(), steps.home.Names());
     EXPECT_TRUE(whole.document.genRsc == steps.document.genRsc);
     EXPECT_EQ(whole.document.dataAreas, steps.document.dataAreas);
-    EXPECT_EQ(whole.prompts.asked, steps.prompts.asked);
+    EXPECT_EQ(whole.asked, steps.asked);
     EXPECT_EQ(whole.watch.Running(), steps.watch.Running());
     EXPECT_EQ(whole.mod.vagChannels, steps.mod.vagChannels);
     EXPECT_EQ(whole.mod.vagSize1, steps.mod.vagSize1);
@@ -278,7 +262,7 @@ class ReplaceAllRoadsTest : public ReplaceFixture {
     const int stepsEnded = NumberOf([&] { StepByStep(steps, out.Path()).Run(); });
     ExpectAlike(whole, wholeEnded, steps, stepsEnded);
     changed += ReadWholeFile(whole.mod.cCurFile) != built.bytes ? 1 : 0;
-    asked += static_cast<int>(whole.prompts.asked.size());
+    asked += static_cast<int>(whole.asked.size());
     return wholeEnded;
   }
 
