@@ -131,7 +131,11 @@ Bytes ReadWholeFile(const fs::path& path) {
     throw RuntimeFailure(FailureCode::OutOfMemory);
   }
   std::size_t filled = 0;
-  bytes.resize(error ? 0 : static_cast<std::size_t>(length));
+  if (!error) {
+    // A large file is mostly read to be changed a little: room behind it spares moving all of its bytes elsewhere.
+    bytes.reserve(static_cast<std::size_t>(length + length / 128));
+    bytes.resize(static_cast<std::size_t>(length));
+  }
   for (;;) {
     if (filled == bytes.size()) {
       // Either all is read or the length wasn't known beforehand; one more byte tells.
