@@ -11,9 +11,6 @@ FileBox AddFileBox(QWidget* parent, const char* boxName, const char* buttonName,
   QLineEdit* box = AddTextBox(parent, boxName);
   box->setMinimumWidth(280);
   QPushButton* browse = AddButton(parent, buttonName, "...");
-  // As wide as what stands below it.
-  browse->setMinimumWidth(32);
-  browse->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   QObject::connect(browse, &QPushButton::clicked, box, Guarded([box, dialog, &prompts](bool) {
                      FileDialog started = dialog;
                      started.initialDir = PathOf(*box);

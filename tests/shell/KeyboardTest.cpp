@@ -1,4 +1,4 @@
-// The order of the Tab key, mnemonics, default buttons.
+// The order of the Tab key, mnemonics, default buttons; and what all dialogs have in common.
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -84,7 +84,7 @@ TEST_F(TabOrderTest, ExpertControlsStandInTheirPlaces) {
 }
 
 // All dialogs with OK and Cancel.
-class DialogKeysTest : public ::testing::Test {
+class AllDialogsTest : public ::testing::Test {
  protected:
   static void Show(QDialog& dialog) {
     dialog.show();
@@ -104,7 +104,7 @@ class DialogKeysTest : public ::testing::Test {
   frmOpt options{nullptr, mod, "none.ini"};
 };
 
-TEST_F(DialogKeysTest, MnemonicsLeadToTheirControls) {
+TEST_F(AllDialogsTest, MnemonicsLeadToTheirControls) {
   using Ways = std::vector<std::pair<Qt::Key, const char*>>;
   const std::pair<QDialog*, Ways> tables[] = {
       {&text, {{Qt::Key_L, "txtLabel"}}},
@@ -124,7 +124,21 @@ TEST_F(DialogKeysTest, MnemonicsLeadToTheirControls) {
   EXPECT_EQ(In<QLabel>(text, "lblPosDes")->buddy(), In<QLineEdit>(text, "txtPos"));
 }
 
-TEST_F(DialogKeysTest, OkIsTheDefaultButtonAndFocusStartsInTheFirstControl) {
+TEST_F(AllDialogsTest, NothingIsCutOff) {
+  for (QDialog* dialog : std::initializer_list<QDialog*>{&text, &page, &gen, &vag, &value, &list, &options}) {
+    Show(*dialog);
+    const QList<QWidget*> controls = dialog->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    for (const QWidget* control : controls) {
+      const std::string name = (dialog->objectName() + "." + control->objectName()).toStdString();
+      EXPECT_TRUE(dialog->rect().adjusted(6, 6, -6, -6).contains(control->geometry())) << name;
+      EXPECT_GE(control->width(), control->minimumSizeHint().width()) << name;
+      EXPECT_GE(control->height(), control->minimumSizeHint().height()) << name;
+    }
+    dialog->hide();
+  }
+}
+
+TEST_F(AllDialogsTest, OkIsTheDefaultButtonAndFocusStartsInTheFirstControl) {
   const std::pair<QDialog*, const char*> firsts[] = {{&text, "txtLabel"},        {&page, "txtLabel"}, {&gen, "txtFile"},
                                                      {&vag, "chkStereo"},        {&value, "txt"},     {&list, "lst"},
                                                      {&options, "chkFirstAlpha"}};
