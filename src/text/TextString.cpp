@@ -1,6 +1,9 @@
 #include "text/TextString.h"
 
+#include <algorithm>
+
 #include "common/Bytes.h"
+#include "common/Files.h"
 #include "common/RuntimeFailure.h"
 
 namespace kelvane {
@@ -14,6 +17,24 @@ const TextRec& RecordOf(const RcoDocument& document, Int16 item, Int16 lang) {
   return At(At(document.textRsc, lang.Int()), item.Int());
 }
 
+std::int32_t PositionOf(const RcoDocument& document, const TextRec& record) {
+  return AddInt32(document.textDataBase, record.textOffset);
+}
+
+void RequireLengthInFile(const TextRec& record, std::int64_t position, std::int64_t fileLength) {
+  if (record.textLength > kMaxTextBytes && position + record.textLength > fileLength) {
+    throw RuntimeFailure(FailureCode::OutOfMemory);
+  }
+}
+
+std::u16string BoxTextOf(ByteView stored) {
+  std::u16string text(stored.size() / 2, u'\0');
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    text[i] = static_cast<char16_t>(stored[2 * i] | stored[2 * i + 1] << 8);
+  }
+  return WithBoxLineBreaks(text);
+}
+
 }  // namespace
 
 std::u16string GetTextString(RcoFile& file, const RcoDocument& document, Int16 item, Int16 lang) {
@@ -21,20 +42,31 @@ std::u16string GetTextString(RcoFile& file, const RcoDocument& document, Int16 i
   if (record.textLength <= 0) {
     return {};
   }
-  file.Seek(AddInt32(document.textDataBase, record.textOffset));
-  if (record.textLength > kMaxTextBytes && file.Position() + record.textLength > file.Length()) {
-    throw RuntimeFailure(FailureCode::OutOfMemory);
-  }
-  const Bytes bytes = file.ReadBytes(record.textLength);
-  std::u16string text(bytes.size() / 2, u'\0');
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    text[i] = static_cast<char16_t>(bytes[2 * i] | bytes[2 * i + 1] << 8);
-  }
-  return WithBoxLineBreaks(text);
+  file.Seek(PositionOf(document, record));
+  RequireLengthInFile(record, file.Position(), file.Length());
+  return BoxTextOf(file.ReadBytes(record.textLength));
 }
 
 std::u16string GetTextString(const Mod& mod, const RcoDocument& document, Int16 item, Int16 lang) {
-  return TextReader(mod, document).Read(item, lang);
+  const TextRec& record = RecordOf(document, item, lang);
+  if (record.textLength <= 0) {
+    return {};
+  }
+  const std::int64_t fileLength = FileLength(mod.cCurFile);
+  const std::int64_t position = PositionOf(document, record);
+  if (position < 0) {
+    throw RuntimeFailure(FailureCode::InvalidCall);
+  }
+  RequireLengthInFile(record, position, fileLength);
+  Bytes stored = AllocateBytes(record.textLength);
+  // Texts lie in front of images and sounds: reading up to a text's end spares reading the whole of a large file each
+  // time that a text is shown.
+  const std::int64_t end = std::min(position + record.textLength, fileLength);
+  const Bytes head = ReadFileStart(mod.cCurFile, static_cast<std::size_t>(end));
+  if (position < static_cast<std::int64_t>(head.size())) {
+    std::copy(head.begin() + position, head.end(), stored.begin());
+  }
+  return BoxTextOf(stored);
 }
 
 std::u16string TextReader::Read(Int16 item, Int16 lang) {
