@@ -1,6 +1,7 @@
 #include "shell/FormLayout.h"
 
 #include <cmath>
+#include <string_view>
 
 #include "common/Int16.h"
 
@@ -67,7 +68,7 @@ void PlaceLists(Places& places, int columns, int split, int height) {
   }
 }
 
-void PlaceGeneralTab(Places& places, int columns) {
+void PlaceGeneralTab(Places& places, int columns, bool expert) {
   constexpr int kWidth = 1905;
   constexpr int kHalf = HalfOf(kWidth, kGap);
   constexpr int kRight = kWidth - kHalf;
@@ -82,7 +83,9 @@ void PlaceGeneralTab(Places& places, int columns) {
   for (const char* name : {"lblGenCompr", "lblGenOffsetEntry", "lblGenOffsetData"}) {
     places[std::string(name) + "Des"] = {0, top, kValueLeft, kLineHeight};
     places[name] = {kValueLeft, top, kWidth - kValueLeft, kLineHeight};
-    top += kLineHeight + 30;
+    if (expert || name == std::string_view("lblGenCompr")) {
+      top += kLineHeight + 30;
+    }
   }
   top += 60;
   places["cmdExtract"] = {0, top, kHalf, kButtonHeight};
@@ -94,7 +97,7 @@ void PlaceGeneralTab(Places& places, int columns) {
   places["cmdGenRscAdd"] = {0, top, kWidth, kButtonHeight};
 }
 
-void PlaceTextTab(Places& places, int split, int column, int height) {
+void PlaceTextTab(Places& places, int split, int column, int height, bool expert) {
   const int bottom = height - 1815 - kColumnTop - 15;  // the page's end
   places["picTextContainer"] = {split, kColumnTop, column, bottom};
   const int whole = WholePixels(column);
@@ -116,6 +119,9 @@ void PlaceTextTab(Places& places, int split, int column, int height) {
   wide("cmdTextImport");
   wide("cmdTextExport");
   row("cmdTextSearch", "cmdTextRscAdd");
+  if (!expert) {
+    places["cmdTextSearch"].width = whole;
+  }
   row("cmdTextChange", "cmdTextReset");
   top += kButtonHeight - 480;
   places["lblTextTip"] = {0, top, column, 480};
@@ -176,15 +182,15 @@ int PixelsOf(int twips) {
   return static_cast<int>(std::lround(static_cast<double>(twips) / kTwipsPerPixel));
 }
 
-Places LayOutForm(int width, int height, bool positionShown) {
+Places LayOutForm(int width, int height, bool positionShown, bool expert) {
   const int columns = width - 720;
   const int split = RoundToInt32(columns * 0.6);
   const int column = RoundToInt32(columns * 0.4);
   Places places;
   PlaceFrame(places, width, height);
   PlaceLists(places, columns, split, height);
-  PlaceGeneralTab(places, columns);
-  PlaceTextTab(places, split, column, height);
+  PlaceGeneralTab(places, columns, expert);
+  PlaceTextTab(places, split, column, height, expert);
   PlacePositionBlock(places, split, column);
   PlaceEntryTabs(places, split, column, height, positionShown);
   return places;

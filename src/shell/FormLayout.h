@@ -27,7 +27,7 @@ inline constexpr int kStartFormWidth = 9600;
 inline constexpr int kStartFormHeight = 8010;
 
 // The controls' places by their names, for a form of that size in twips. `positionShown` tells whether picPagePos
-// shows: lstPageData lies below it then.
-[[nodiscard]] std::map<std::string, TwipRect> LayOutForm(int width, int height, bool positionShown);
+// shows: lstPageData lies below it then. Without `expert` the controls of expert mode leave no holes.
+[[nodiscard]] std::map<std::string, TwipRect> LayOutForm(int width, int height, bool positionShown, bool expert);
 
 }  // namespace kelvane

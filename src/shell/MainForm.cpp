@@ -160,7 +160,8 @@ void MainForm::Refresh() {
 
 void MainForm::LayOut() {
   const bool positionShown = editor_.Document().entries.picPagePosVisible;
-  for (const auto& [name, place] : LayOutForm(width() * kTwipsPerPixel, height() * kTwipsPerPixel, positionShown)) {
+  for (const auto& [name, place] :
+       LayOutForm(width() * kTwipsPerPixel, height() * kTwipsPerPixel, positionShown, editor_.State().cExpert)) {
     controls_.value(QString::fromStdString(name))
         ->setGeometry(PixelsOf(place.left), PixelsOf(place.top), PixelsOf(place.width), PixelsOf(place.height));
   }

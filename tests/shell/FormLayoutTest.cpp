@@ -60,9 +60,9 @@ const Told kTable[] = {
 };
 
 TEST(FormLayout, FollowsTheTableOfSizes) {
-  const auto smallest = LayOutForm(7815, 7020, false);
-  const auto start = LayOutForm(9600, 8010, false);
-  const auto odd = LayOutForm(10007, 9001, false);
+  const auto smallest = LayOutForm(7815, 7020, false, true);
+  const auto start = LayOutForm(9600, 8010, false, true);
+  const auto odd = LayOutForm(10007, 9001, false, true);
   for (const Told& told : kTable) {
     SCOPED_TRACE(told.control);
     EXPECT_EQ(smallest.at(told.control).*told.property, told.smallest);
@@ -72,22 +72,37 @@ TEST(FormLayout, FollowsTheTableOfSizes) {
 }
 
 TEST(FormLayout, ListOfPageWordsIsShorterBy2890ExactlyWhileThePositionBlockShows) {
-  const auto without = LayOutForm(9600, 8010, false);
-  auto with = LayOutForm(9600, 8010, true);
+  const auto without = LayOutForm(9600, 8010, false, true);
+  auto with = LayOutForm(9600, 8010, true, true);
   EXPECT_EQ(with.at("lstPageData"), (TwipRect{5328, 3060, 3552, 2655}));
   with["lstPageData"] = without.at("lstPageData");
   EXPECT_EQ(with, without);
 }
 
+TEST(FormLayout, ControlsOfExpertModeLeaveNoHoles) {
+  const auto expert = LayOutForm(9600, 8010, false, true);
+  auto plain = LayOutForm(9600, 8010, false, false);
+  for (const char* name : {"cmdExtract", "cmdReplace", "cmdExtractAll", "cmdReplaceAll", "cmdGenRscAdd"}) {
+    EXPECT_EQ(plain.at(name).top, expert.at(name).top - 540) << name << ", by two lines";
+    plain[name] = expert.at(name);
+  }
+  for (const char* name : {"lblGenOffsetEntry", "lblGenOffsetData", "lblGenOffsetEntryDes", "lblGenOffsetDataDes"}) {
+    plain[name] = expert.at(name);  // not to be seen
+  }
+  EXPECT_EQ(plain.at("cmdTextSearch").width, plain.at("cmdTextExport").width);
+  plain["cmdTextSearch"] = expert.at("cmdTextSearch");
+  EXPECT_EQ(plain, expert) << "all others stay";
+}
+
 TEST(FormLayout, PositionBlockEndsAboveTheListOfWords) {
-  const auto places = LayOutForm(7815, 7020, true);
+  const auto places = LayOutForm(7815, 7020, true, true);
   const TwipRect block = places.at("picPagePos");
   EXPECT_LE(block.top + block.height, places.at("lstPageData").top);
 }
 
 TEST(FormLayout, ListsStayInsideTheFrame) {
   for (const int height : {7020, 8010, 15000}) {
-    const auto places = LayOutForm(9600, height, false);
+    const auto places = LayOutForm(9600, height, false, true);
     const TwipRect frame = places.at("shpBorder");
     for (const char* name : {"lst", "lstText", "lstPage", "lstAnim"}) {
       const TwipRect list = places.at(name);
@@ -105,7 +120,7 @@ int RightEnd(const TwipRect& place) {
 
 TEST(FormLayout, ColumnsEndWhereTheirControlsEnd) {
   for (const int width : {7815, 9600, 10007, 11111}) {
-    const auto places = LayOutForm(width, 8010, true);
+    const auto places = LayOutForm(width, 8010, true, true);
     for (const char* name : {"cmdReplace", "cmdReplaceAll", "cmdGenRscAdd"}) {
       EXPECT_EQ(RightEnd(places.at(name)), RightEnd(places.at("picPreview"))) << name << " " << width;
     }
