@@ -139,7 +139,7 @@ TEST_P(PngMatrix, LoadsTheSamePixelsAsLibpng) {
         image.filter = [filter](std::int32_t row) {
           return filter < 5 ? filter : static_cast<std::uint8_t>((row * 7 + 3) % 5);
         };
-        const Bytes png = BuildPng(image, {.level = 6, .idatBytes = filter * 100U});
+        const Bytes png = BuildPng(image, {.level = 6, .idatBytes = std::size_t{filter} * 100});
         const Load load = LoadPng(png);
         ASSERT_TRUE(load.loaded) << width << 'x' << height << ' ' << interlaced << ' ' << int{filter};
         EXPECT_EQ(load.host->Width(), width);

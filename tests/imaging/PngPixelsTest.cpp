@@ -146,7 +146,7 @@ TEST(PngPixels, TheProcessorsOwnInstructionsGiveTheSameAsPortableOnes) {
       {best.grey8, portable.grey8},  {best.greyAlpha8, portable.greyAlpha8}, {best.greyAlpha16, portable.greyAlpha16},
       {best.rgb8, portable.rgb8},    {best.rgb16, portable.rgb16},           {best.rgba8, portable.rgba8},
       {best.rgba16, portable.rgba16}};
-  Bytes samples(70 * 8 + kPngRowSlack);
+  Bytes samples(std::size_t{70} * 8 + kPngRowSlack);
   std::uint32_t seed = 5;
   for (std::uint8_t& byte : samples) {
     seed = seed * 1664525 + 1013904223;
@@ -154,8 +154,8 @@ TEST(PngPixels, TheProcessorsOwnInstructionsGiveTheSameAsPortableOnes) {
   }
   for (const auto& [one, other] : pairs) {
     for (std::size_t count = 0; count < 70; ++count) {
-      Bytes left(71 * 4, 0xEE);
-      Bytes right(71 * 4, 0xEE);
+      Bytes left(std::size_t{71} * 4, 0xEE);
+      Bytes right(std::size_t{71} * 4, 0xEE);
       one(samples.data(), left.data(), count);
       other(samples.data(), right.data(), count);
       EXPECT_EQ(left, right) << count;
