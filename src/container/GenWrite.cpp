@@ -163,8 +163,9 @@ void ApplyDataDelta(std::int32_t delta, Int16 index, FileHead& head, RcoDocument
   }
 }
 
-GenReplacer::Records GenReplacer::TakeRecords() const {
-  return {context_.document.genRsc, context_.document.dataAreas};
+void GenReplacer::Keep(Records& records) const {
+  records.genRsc = context_.document.genRsc;
+  records.dataAreas = context_.document.dataAreas;
 }
 
 void GenReplacer::PutBack(const Records& records) {
@@ -181,9 +182,9 @@ bool GenReplacer::Replace(const Bytes& data, Int16 index) {
 }
 
 bool GenReplacer::ReplaceBy(const std::function<Bytes()>& readData, Int16 index) {
-  const Records before = TakeRecords();
+  Keep(before_);
   if (!file_.IsOpen()) {
-    first_ = before;
+    first_ = before_;
   }
   FileHead head(file_, 0);
   lastFailed_ = !RunStatements(
@@ -191,7 +192,7 @@ bool GenReplacer::ReplaceBy(const std::function<Bytes()>& readData, Int16 index)
       [&] {
         // The file is only changed once it is written; what the steps patched so far is taken back.
         head.TakeBack();
-        PutBack(before);
+        PutBack(before_);
       });
   changed_ = changed_ || !lastFailed_;
   return !lastFailed_;

@@ -74,7 +74,7 @@ class GenReplacer {
     std::array<std::int32_t, 6> dataAreas;
   };
 
-  [[nodiscard]] Records TakeRecords() const;
+  void Keep(Records& records) const;
   void PutBack(const Records& records);
   bool ReplaceBy(const std::function<Bytes()>& readData, Int16 index);
   void ReplaceData(Statements& run, FileHead& head, const std::function<Bytes()>& readData, Int16 index);
@@ -82,6 +82,7 @@ class GenReplacer {
   WriteContext context_;
   RcoFile file_;
   Records first_{};          // before the first replacement
+  Records before_{};         // before the last one; kept, since memory for many records is dear to get anew
   bool changed_ = false;     // something was replaced
   bool lastFailed_ = false;  // the last replacement was given up: the watcher stays stopped
 };
