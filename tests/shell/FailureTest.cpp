@@ -133,6 +133,25 @@ class EntryFailureDeathTest : public ::testing::Test {
   std::filesystem::path path;
 };
 
+TEST(FailureDeathTest, TextClickBeforeALanguageIsChosenEndsTheProgram) {
+  const TempFolder folder;
+  RcoBuilder builder;
+  builder.Options().lastLanguageStatesNext = true;
+  builder.AddLanguage(0x10001);
+  builder.AddText({.label = "msg_a", .strings = {u"alpha"}});
+  const std::filesystem::path path = folder.Write("one.rco", builder.Build().bytes);
+  EXPECT_EXIT(
+      {
+        MainForm form(folder / "kelvane-editor");
+        RunToTheEnd([&] {
+          form.Load(path.string());
+          auto* texts = form.findChild<ListBox*>("lstText");
+          texts->setCurrentIndex(texts->model()->index(0, 0));
+        });
+      },
+      testing::ExitedWithCode(1), "Run-time error '9':\n\nSubscript out of range");
+}
+
 TEST_F(EntryFailureDeathTest, OkInTheListWithoutASelectionEndsTheProgram) {
   EXPECT_EXIT(
       {

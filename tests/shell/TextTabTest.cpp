@@ -79,6 +79,22 @@ TEST_F(TextTabTest, AnotherLanguageShowsItsText) {
   EXPECT_EQ(Find<ListBox>("lstText")->Row(), 0);
 }
 
+TEST_F(TextTabTest, OnlyLanguageIsChosenBeforeItsTexts) {
+  RcoBuilder one;
+  one.Options().lastLanguageStatesNext = true;
+  one.AddLanguage(0x10001);
+  one.AddText({.label = "msg_a", .strings = {u"alpha"}});
+  path = folder.Write("one.rco", one.Build().bytes);
+  Open();
+  auto* languages = Find<QComboBox>("cboTextLang");
+  EXPECT_EQ(languages->currentIndex(), -1);
+  languages->setFocus();
+  Press(Qt::Key_Down);
+  EXPECT_EQ(languages->currentText(), "英语");
+  ClickRow(0);
+  EXPECT_EQ(txt->Text(), u"alpha");
+}
+
 TEST_F(TextTabTest, ChangeStoresTheTextAndTheNextOneIsReadyForTyping) {
   Open();
   ClickRow(0);
