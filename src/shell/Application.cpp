@@ -2,7 +2,6 @@
 
 #include <QFont>
 #include <QProxyStyle>
-#include <memory>
 
 #include "shell/Failure.h"
 #include "shell/Icons.h"
@@ -40,7 +39,9 @@ class FormStyle : public QProxyStyle {
 
 Application::Application(int& argumentCount, char** arguments) : QApplication(argumentCount, arguments) {
   setApplicationName("Kelvane Editor");
-  setStyle(std::make_unique<FormStyle>().release());  // it takes it over
+  auto* style = new FormStyle;
+  style->setParent(this);
+  setStyle(style);
   setFont(FormFont(font()));
   setWindowIcon(DrawnIcon(Drawing::Program));
 }
