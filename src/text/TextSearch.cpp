@@ -1,6 +1,8 @@
 #include "text/TextSearch.h"
 
 #include <optional>
+#include <string>
+#include <string_view>
 
 #include "common/Encoding.h"
 #include "text/LowerCase.h"
@@ -12,15 +14,37 @@ namespace kelvane {
 
 namespace {
 
-// The first of the texts from `first` to `last` that matches.
-std::optional<int> FindText(TextReader& texts, const Pattern& pattern, int lang, int first, int last) {
-  for (int item = first; item <= last; ++item) {
-    if (pattern.Matches(LowerCase(texts.Read(Int16(item), Int16(lang))))) {
-      return item;
+// One search in one language.
+class Search {
+ public:
+  Search(const Mod& mod, const RcoDocument& document, std::u16string_view lowered)
+      : texts_(mod, document), lang_(document.cboTextLang.Selected()), wanted_(lowered) {}
+
+  // The first of the texts from `first` to `last` that matches.
+  std::optional<int> Find(int first, int last) {
+    for (int item = first; item <= last; ++item) {
+      if (Matches(item)) {
+        return item;
+      }
     }
+    return std::nullopt;
   }
-  return std::nullopt;
-}
+
+ private:
+  // A text is read before it is tested: so one that can't be read fails in front of an invalid pattern.
+  bool Matches(int item) {
+    const std::u16string text = LowerCase(texts_.Read(Int16(item), Int16(lang_)));
+    if (!pattern_) {
+      pattern_.emplace(u'*' + wanted_ + u'*');
+    }
+    return pattern_->Matches(text);
+  }
+
+  TextReader texts_;
+  int lang_;
+  std::u16string wanted_;
+  std::optional<Pattern> pattern_;
+};
 
 }  // namespace
 
@@ -30,19 +54,17 @@ bool cmdTextSearch(const Mod& mod, RcoDocument& document, Prompts& prompts) {
   }
   const std::string answer =
       prompts.AskText("请输入你想要搜索的文字(只搜索当前选择的语言,允许使用 *?[] 通配符)", document.lastSearch);
-  const std::u16string search = LowerCase(Utf8ToUtf16(answer));
-  document.lastSearch = Utf16ToUtf8(search);
-  if (search.empty()) {
+  const std::u16string wanted = LowerCase(Utf8ToUtf16(answer));
+  document.lastSearch = Utf16ToUtf8(wanted);
+  if (wanted.empty()) {
     return false;
   }
 
-  const Pattern pattern(u'*' + search + u'*');
-  TextReader texts(mod, document);
+  Search search(mod, document, wanted);
   const int selected = document.lstText.Selected();
-  const int lang = document.cboTextLang.Selected();
-  std::optional<int> found = FindText(texts, pattern, lang, selected + 1, document.lstText.Count() - 1);
+  std::optional<int> found = search.Find(selected + 1, document.lstText.Count() - 1);
   if (!found && selected >= 0) {
-    found = FindText(texts, pattern, lang, 0, selected);
+    found = search.Find(0, selected);
   }
   if (!found) {
     Tell(prompts, "找不到字符", Icon::Information);

@@ -172,6 +172,32 @@ TEST_F(TextSearchTest, WithoutASelectedLanguageItIsFailure9) {
   EXPECT_EQ(NumberOf([&] { (void)Search("x"); }), 9);
 }
 
+TEST_F(TextSearchTest, ATextIsReadBeforeAnInvalidPatternIsNoticed) {
+  open_.document.cboTextLang.Select(-1);
+  EXPECT_EQ(NumberOf([&] { (void)Search("[abc"); }), 9);
+  EXPECT_EQ(open_.document.lastSearch, "[abc");
+  open_.document.cboTextLang.Select(1);
+  last_ = "[abc";
+  std::filesystem::remove(open_.mod.cCurFile);
+  EXPECT_EQ(NumberOf([&] { (void)Search("[abc"); }), 53);
+}
+
+TEST_F(TextSearchTest, AnInvalidPatternIsFailure93WhicheverTextIsTestedFirstAlsoAnEmptyOne) {
+  const auto expectFailure = [&](int selected) {
+    Select(selected);
+    last_ = open_.document.lastSearch;
+    EXPECT_EQ(NumberOf([&] { (void)Search("x["); }), 93) << selected;
+    EXPECT_EQ(Selected(), selected);
+  };
+  for (const int selected : {-1, 1, 4}) {  // behind text 4 the search starts over
+    expectFailure(selected);
+  }
+  for (TextRec& record : open_.document.textRsc[1]) {
+    record.textLength = 0;
+  }
+  expectFailure(-1);
+}
+
 TEST_F(TextSearchTest, ASearchChangesNoByte) {
   const Bytes before = open_.Content();
   EXPECT_TRUE(Search("game"));
