@@ -49,15 +49,19 @@ Bytes StoredText(std::u16string_view txt) {
   return stored;
 }
 
+// Bytes from `tailPos` on there must be.
+void RequireTail(RcoFile& file, std::int32_t tailPos) {
+  file.Seek(tailPos);
+  RequireArraySize(file.Length() - tailPos);
+}
+
 // Makes the file of its bytes in front of `textPos`, `stored`, and its bytes from `tailPos` on. Where the tail begins
 // in front of the text, the bytes between stand on both sides of it.
 void ReplaceText(RcoFile& file, std::int32_t textPos, std::int32_t tailPos, Bytes stored) {
-  const std::int64_t length = file.Length();
-  file.Seek(tailPos);
-  RequireArraySize(length - tailPos);
   RequireArraySize(textPos);
   if (tailPos < textPos) {
-    Append(stored, file.ReadBytes(std::min(std::int64_t{textPos}, length) - tailPos));
+    file.Seek(tailPos);
+    Append(stored, file.ReadBytes(std::min(std::int64_t{textPos}, file.Length()) - tailPos));
   }
   file.Splice(textPos, std::max(tailPos - textPos, 0), stored);
 }
@@ -101,6 +105,7 @@ std::int32_t ChangeText(RcoFile& file, RcoDocument& document, int lang, int item
   LabelLongs head4{};
   file.ReadLongsAt(rco::kLabelLongsAt, head4);
   const std::int32_t tailPos = TailPosition(document, head4, lang, item);
+  RequireTail(file, tailPos);
   const std::int32_t textPos = PositionOfText(document, lang, item);
 
   Bytes stored = StoredText(txt);

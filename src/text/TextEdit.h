@@ -20,8 +20,8 @@ namespace kelvane {
 std::int32_t ChangeText(RcoFile& file, RcoDocument& document, int lang, int item, std::u16string_view txt);
 
 // Stores `txt`, the content of the text box, as the selected text in the selected language, and goes on to the next
-// text. Does nothing without a selected text. Failures, which leave the watcher stopped: those of the backup, of the
-// file and of ChangeText.
+// text. Does nothing without a selected text. Failures: those of the backup; those of the file and of ChangeText, which
+// leave the watcher stopped.
 void cmdTextChange(Mod& mod, RcoDocument& document, Watch& watch, std::u16string_view txt);
 
 // Shows the selected text anew from the file. Does nothing without a selected text.

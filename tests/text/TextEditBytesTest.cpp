@@ -1,8 +1,10 @@
 // One small file, every byte of which is worked out by hand, before and after a change of a text.
 
 #include <gtest/gtest.h>
+#include <utility>
 
 #include "OpenTexts.h"
+#include "support/Failures.h"
 #include "support/ScriptedPrompts.h"
 #include "text/TextEdit.h"
 
@@ -99,6 +101,18 @@ TEST(TextChangeBytes, TheLastTextOfTheLastLanguageStandsInFrontOfTheLabels) {
   Put(expected, 128, {384, 4, 388, 4, 0, 0});
   Put(expected, kLang1 + 48, {0, 8, 12, 4, 4, 20});
   EXPECT_EQ(Changed(open, 1, 1, u"x"), expected);
+}
+
+TEST(TextChangeBytes, WhatLiesBehindTheTextIsLookedForBeforeTheTextItself) {
+  OpenTexts open(SmallFile());
+  ScriptedWatch watch;
+  SelectText(open.mod, open.document, 0);
+  open.document.textRsc[1][0].textOffset = 0x7FFFFFFF;  // beyond 32 bits: failure 6
+  for (const auto& [tailPos, failure] : {std::pair{kEnd, 9}, std::pair{-1, 5}, std::pair{kEnd - 1, 6}}) {
+    open.document.textRsc[1][1].textOffset = tailPos - kTextData;
+    EXPECT_EQ(test::NumberOf([&] { cmdTextChange(open.mod, open.document, watch, u"x"); }), failure) << tailPos;
+    EXPECT_EQ(open.Content(), SmallFile());
+  }
 }
 
 TEST(TextChangeBytes, TheSameTextAgainChangesNoByte) {
