@@ -210,6 +210,22 @@ TEST(Settings, AreWrittenToTheByte) {
   EXPECT_EQ(FormatSettings(mod), FileWith({"1", "2", "0", "1", "0", "0"}));
 }
 
+TEST(Settings, EachVariableIsWrittenInItsOwnLineOnly) {
+  const std::vector<bool Mod::*> switches = {&Mod::cFirstColTrans, nullptr,      &Mod::cNoUpdatBak, &Mod::cNoUpdatChk,
+                                             &Mod::cNoCompression, &Mod::cExpert};
+  for (std::size_t line = 0; line < switches.size(); ++line) {
+    Mod mod;
+    if (switches[line] != nullptr) {
+      mod.*switches[line] = true;
+    } else {
+      mod.cImpt32bitMode = 1;
+    }
+    std::array<std::string, 6> values = {"0", "0", "0", "0", "0", "0"};
+    values[line] = "1";
+    EXPECT_EQ(FormatSettings(mod), FileWith(values));
+  }
+}
+
 TEST(Settings, AUsersOwnCommentsAndKeysAreLostAtEachWrite) {
   const TempFolder folder;
   const std::string before = ";my own comment\nNoUpdatBak = 1\nMyKey = 1\n" + std::string(2000, ';');

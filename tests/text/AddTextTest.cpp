@@ -1,4 +1,6 @@
 #include <gtest/gtest.h>
+#include <utility>
+#include <vector>
 
 #include "support/ScriptedPrompts.h"
 #include "text/AddText.h"
@@ -43,6 +45,22 @@ TEST(AddText, OnePointSixIsPosition2AndOneColonFiveIsPosition1) {
   ScriptedPrompts prompts;
   EXPECT_EQ(AcceptAddText(prompts, DocumentOfThreeTexts(), "msg_new", "1.6"), Int16(2));
   EXPECT_EQ(AcceptAddText(prompts, DocumentOfThreeTexts(), "msg_new", "1:5"), Int16(1));
+}
+
+TEST(AddText, APositionIsRoundedToTheNearestAndAHalfToTheEvenOne) {
+  const std::vector<std::pair<const char*, int>> table = {{"0.5", 0}, {"1.5", 2}, {"2.5", 2}, {"-0.5", 0}, {"1.4", 1}};
+  for (const auto& [text, position] : table) {
+    ScriptedPrompts prompts;
+    EXPECT_EQ(AcceptAddText(prompts, DocumentOfThreeTexts(), "msg_new", text), Int16(position)) << text;
+  }
+}
+
+TEST(AddText, AFileWithoutTextsTakesNone) {
+  ScriptedPrompts prompts;
+  prompts.ExpectTell(
+      "Sorry, I'm too lazy to implement border checking, so you cannot add a resource at this location T_T.",
+      Icon::Information);
+  EXPECT_EQ(AcceptAddText(prompts, RcoDocument(), "msg_new", "0"), std::nullopt);
 }
 
 TEST(AddText, APositionAboveTheLineCountOrBelow0IsInvalid) {

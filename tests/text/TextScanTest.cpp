@@ -239,6 +239,17 @@ TEST(ScanTextRsc, AnUnreadableNameShowsWhatTheLabelReaderSays) {
               ElementsAre("<No label>", "msg_no", "<Error retrieving label>"));
 }
 
+TEST(ScanTextRsc, ANameWhosePlaceLeaves32BitsIsFailure6AndTheNamesBeforeStay) {
+  const auto built = TwoTexts({kEnglish, kFrench}).Build();
+  Bytes content = built.bytes;
+  WriteI32(content, built.layout.languages[0].texts[1].record + rco::textLabel, 0x7FFFFFFF);
+  OpenTexts open;
+  EXPECT_EQ(NumberOf([&] { open.Open(content); }), 6);
+  EXPECT_THAT(open.document.lstText.Lines(), ElementsAre("msg_yes"));
+  EXPECT_THAT(open.document.cboTextLang.Lines(), ElementsAre("英语", "法语"));
+  EXPECT_EQ(open.document.cboTextLang.Selected(), -1);
+}
+
 TEST(ScanTextRsc, RecordsBeyondTheEndOfTheFileAreZeros) {
   const auto built = TwoTexts({kEnglish, kFrench}).Build();
   Bytes content = built.bytes;
