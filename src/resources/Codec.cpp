@@ -24,6 +24,12 @@ constexpr std::int16_t kPlainImage = 0x494D;  // "MI"
 constexpr std::int16_t kPlainModel = 0x4D4F;  // "OM"
 constexpr std::int64_t kSmallestSource = 10;
 
+// Whether making `dstPath` anew takes away what `srcPath` holds. A link to the source is replaced and takes nothing.
+bool WouldReplaceSource(const fs::path& srcPath, const fs::path& dstPath) {
+  std::error_code error;
+  return fs::equivalent(srcPath, dstPath, error) && !fs::is_symlink(dstPath, error);
+}
+
 // A zlib stream that is ended with its scope. zlib takes input through a pointer that isn't const and leaves it alone.
 class Stream {
  public:
@@ -149,6 +155,10 @@ bool CompressFile(const fs::path& srcPath, const fs::path& dstPath, Int16 level)
     return false;
   }
   try {
+    if (WouldReplaceSource(srcPath, dstPath)) {
+      SaveStaged(dstPath, *wrapper);
+      return true;
+    }
     FileWriter destination;
     destination.Replace(dstPath);
     destination.Write(*wrapper);

@@ -46,7 +46,7 @@ bool DecompressHeldFile(ByteView source, const std::filesystem::path& srcPath, c
 [[nodiscard]] std::optional<Bytes> DeflateFile(const std::filesystem::path& srcPath, Int16 level);
 
 // Deflates `srcPath` into `dstPath`, which may be the same file. False, with nothing touched, for a source below 10
-// bytes and where zlib refuses; false too for any failure on the way.
+// bytes and where zlib refuses; false too for any failure on the way, which leaves a file that is both as it was.
 bool CompressFile(const std::filesystem::path& srcPath, const std::filesystem::path& dstPath, Int16 level);
 
 }  // namespace kelvane

@@ -6,6 +6,7 @@
 
 #include "common/Files.h"
 #include "resources/Codec.h"
+#include "support/ChildProcess.h"
 #include "support/Deflate.h"
 #include "support/DeflateBits.h"
 #include "support/Failures.h"
@@ -348,6 +349,33 @@ TEST(CompressFile, SourceAndDestinationMayBeTheSameFile) {
   EXPECT_TRUE(CompressFile(path, path, kLevel));
   EXPECT_EQ(ReadWholeFile(path), Joined({kHead, RawDeflate(Varied(3000))}));
   EXPECT_EQ(folder.Names(), std::vector<std::string>{"file"});
+}
+
+TEST(CompressFile, AFileThatIsSourceAndDestinationIsNotLostToAFullDisk) {
+  const TempFolder folder;
+  const fs::path path = folder.Write("file", Varied(3000));
+  const auto compress = [&] {
+    if (!CompressFile(path, folder / "." / "file", kLevel)) {
+      throw RuntimeFailure(FailureCode::DiskFull);
+    }
+  };
+  for (const int room : {0, 1, 1000}) {
+    EXPECT_EQ(test::FailureWithDiskOf(room, compress), 61) << room;
+    EXPECT_EQ(ReadWholeFile(path), Varied(3000)) << room;
+    EXPECT_EQ(folder.Names(), std::vector<std::string>{"file"});
+  }
+  EXPECT_EQ(test::FailureWithDiskOf(3000, compress), 0);
+  EXPECT_EQ(ReadWholeFile(path), Joined({kHead, RawDeflate(Varied(3000))}));
+}
+
+TEST(CompressFile, ALinkToTheSourceIsReplacedAndTheSourceStays) {
+  const TempFolder folder;
+  const fs::path path = folder.Write("file", Varied(3000));
+  fs::create_symlink(path, folder / "link");
+  EXPECT_TRUE(CompressFile(path, folder / "link", kLevel));
+  EXPECT_FALSE(fs::is_symlink(folder / "link"));
+  EXPECT_EQ(ReadWholeFile(folder / "link"), Joined({kHead, RawDeflate(Varied(3000))}));
+  EXPECT_EQ(ReadWholeFile(path), Varied(3000));
 }
 
 TEST(CompressFile, ALongerFileAtTheDestinationIsReplacedWhole) {
