@@ -31,6 +31,9 @@ void Extract(Session& session, const Arguments& arguments) {
 }
 
 void ExtractAll(Session& session, const Arguments& arguments) {
+  if (arguments.path.empty()) {
+    throw Refusal();  // cancelled
+  }
   const std::filesystem::path folder = PathFromUtf8(arguments.path);
   std::filesystem::create_directories(folder);
   session.Prompts().AnswerFolder(folder);

@@ -59,6 +59,10 @@ TEST_F(ResourceCommandsTest, WithoutADestinationNothingIsExtracted) {
   const test::CliResult result = Run({"extract", path, "0", ""});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.out + result.err, "");
+  const test::CliResult all = Run({"extract-all", path, ""});
+  EXPECT_EQ(all.status, 1);
+  EXPECT_EQ(all.out + all.err, "");
+  EXPECT_EQ(folder.Names(), std::vector<std::string>{"a.rco"});
 }
 
 TEST_F(ResourceCommandsTest, AnImageOfAnUnknownFormatIsNotExtracted) {
