@@ -18,7 +18,7 @@ namespace kelvane {
 // the left half of its indexes, a byte each, reaches the file. Firmware files were made so, and it stays so.
 //
 // Failures: 6 for width or height beyond 16 bits and for 32-bit rows of more than 8192 pixels; 9 for an empty or
-// top-down bitmap and for rows of no bytes; 11 for 0 bits a pixel; 7.
+// top-down bitmap and for rows of no bytes; 5 and 11 for bits a pixel that ComputeGimPadding fails on; 7.
 [[nodiscard]] std::optional<Bytes> BitmapToGim(ByteView bmp, bool convert32, Int16 pixelOrder, bool firstColTrans);
 
 // The same from file to file. On false, and on a failure of the conversion, `dstPath` wasn't touched.

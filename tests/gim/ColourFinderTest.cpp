@@ -1,7 +1,9 @@
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <random>
 
 #include "gim/ColourFinder.h"
+#include "gim/GuardedBytes.h"
 
 namespace kelvane {
 namespace {
@@ -78,7 +80,7 @@ TEST(ColourFinder, GivesAnIndexForEveryPixelUntilThereAreTooManyColours) {
 
 TEST(ColourFinder, FindsColoursThatAllBelongToOneBucket) {
   // Multiples of the inverse of 0x9E3779B1: the upper bits of their products with it are all 0.
-  constexpr std::size_t kPixels = 2 * 255;
+  constexpr std::size_t kPixels = std::size_t{2} * 255;
   Bytes bytes(kPixels * 4);
   Bytes expected;
   for (std::uint32_t i = 0; i < kPixels; ++i) {
@@ -111,6 +113,41 @@ TEST(ColourFinder, AColourThatComesLateIsFoundAmongKnownOnes) {
       EXPECT_TRUE(ColourFinder(palette, count, wide).FindOrAddAll(bytes, 255, indexes));
       EXPECT_EQ(count, 3);
       ASSERT_EQ(indexes, expected) << at;
+    }
+  }
+}
+
+// `count` pixels whose colours take turns, `ahead` bytes in front of memory that can't be touched, with the indexes
+// right in front of such memory. The last pixel is of a colour of its own if `newAtEnd`.
+void ExpectTurns(std::size_t count, std::size_t colours, std::size_t ahead, bool newAtEnd, const WideLookup* wide) {
+  test::GuardedBytes pixelMemory(count * 4 + ahead);
+  test::GuardedBytes indexMemory(count);
+  const std::span<std::uint8_t> pixels = pixelMemory.Last(count * 4 + ahead).first(count * 4);
+  Bytes expected(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    const bool isNew = newAtEnd && i + 1 == count;
+    expected[i] = static_cast<std::uint8_t>(isNew ? std::min(i, colours) : i % colours);
+    WriteU32(pixels, static_cast<std::int64_t>(i) * 4, 0x80C0E0F1U + expected[i] * 0x01020305U);
+  }
+  Values palette(256);
+  Int16 found = 0;
+  const std::span<std::uint8_t> indexes = indexMemory.Last(count);
+  EXPECT_TRUE(ColourFinder(palette, found, wide).FindOrAddAll(pixels, 255, indexes));
+  EXPECT_EQ(found, static_cast<std::int64_t>(std::min(count, colours + (newAtEnd ? 1 : 0))));
+  EXPECT_EQ(Bytes(indexes.begin(), indexes.end()), expected);
+}
+
+TEST(ColourFinder, ARestOfAnyLengthAtAnyPlaceIsIndexedAndNothingBehindItIsTouched) {
+  for (const std::size_t count : {1U,   15U,  16U,  17U,  63U,  64U,   65U,   255U,  256U,  257U,  271U, 272U,
+                                  512U, 767U, 768U, 769U, 784U, 1023U, 1024U, 1025U, 1280U, 1281U, 2000U}) {
+    for (const std::size_t colours : {1U, 3U, 200U}) {
+      for (const std::size_t ahead : {0U, 1U, 2U, 3U}) {
+        SCOPED_TRACE(testing::Message() << count << " pixels of " << colours << " colours, " << ahead << " ahead");
+        for (const WideLookup* wide : kWays) {
+          ExpectTurns(count, colours, ahead, false, wide);
+          ExpectTurns(count, colours, ahead, true, wide);
+        }
+      }
     }
   }
 }

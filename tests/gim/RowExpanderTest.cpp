@@ -1,5 +1,8 @@
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <span>
 
+#include "gim/GuardedBytes.h"
 #include "gim/RowExpander.h"
 
 namespace kelvane {
@@ -43,21 +46,56 @@ void ExpectRows(int bits, const WideLookup* wide, ColourOf colourOf) {
   }
 }
 
+// The same with row and target at places of every alignment, both right in front of memory that can't be touched.
+template <class ColourOf>
+void ExpectRowsAtTheEndOfMemory(int bits, const WideLookup* wide, ColourOf colourOf) {
+  const Values palette = Colours(bits == 4 ? 16 : 256);
+  const std::size_t pixelBytes = bits == 4 ? 8 : 4;
+  RowExpander expander(palette, bits, wide);
+  test::GuardedBytes rowMemory(200);
+  test::GuardedBytes targetMemory(200 * pixelBytes + 1);
+  for (std::size_t count = 0; count <= 200; ++count) {
+    const Bytes row = Row(count);
+    std::copy(row.begin(), row.end(), rowMemory.Last(count).begin());
+    Bytes expected(1 + count * pixelBytes, kUntouched);
+    for (std::size_t x = 0; x < count * pixelBytes / 4; ++x) {
+      WriteU32(expected, 1 + static_cast<std::int64_t>(x) * 4, palette[colourOf(row, x)]);
+    }
+    const std::span<std::uint8_t> target = targetMemory.Last(expected.size());
+    std::fill(target.begin(), target.end(), kUntouched);
+    expander.Expand(rowMemory.Last(count), target.data() + 1);
+    ASSERT_EQ(Bytes(target.begin(), target.end()), expected) << count;
+  }
+}
+
+std::size_t ColourOfByte(const Bytes& row, std::size_t x) {
+  return row[x];
+}
+
+std::size_t ColourOfHalf(const Bytes& row, std::size_t x) {
+  const std::size_t byte = row[x / 2];
+  return x % 2 == 0 ? byte % 16 : byte / 16;
+}
+
 // With and without what the processor has for it.
 const WideLookup* const kWays[] = {nullptr, BestWideLookup()};
 
 TEST(RowExpander, AByteIsOnePixelAt8Bits) {
   for (const WideLookup* wide : kWays) {
-    ExpectRows(8, wide, [](const Bytes& row, std::size_t x) { return std::size_t{row[x]}; });
+    ExpectRows(8, wide, ColourOfByte);
   }
 }
 
 TEST(RowExpander, TheLowerHalfOfAByteIsTheLeftPixelAt4Bits) {
   for (const WideLookup* wide : kWays) {
-    ExpectRows(4, wide, [](const Bytes& row, std::size_t x) {
-      const std::size_t byte = row[x / 2];
-      return x % 2 == 0 ? byte % 16 : byte / 16;
-    });
+    ExpectRows(4, wide, ColourOfHalf);
+  }
+}
+
+TEST(RowExpander, NothingBehindARowOrItsColoursIsTouched) {
+  for (const WideLookup* wide : kWays) {
+    ExpectRowsAtTheEndOfMemory(8, wide, ColourOfByte);
+    ExpectRowsAtTheEndOfMemory(4, wide, ColourOfHalf);
   }
 }
 

@@ -364,6 +364,19 @@ TEST_F(ExtractAllTest, ACompressedGimIsConvertedWhateverBecameOfItsExport) {
       (Contents{{"image.gim", SmallGim()}, {"image.bmp", SmallGimBitmap()}, {"image.32bit.bmp", SmallGimBitmap32()}}));
 }
 
+TEST_F(ExtractAllTest, OfAnImageWithoutDataNoBitmapIsMadeWhateverTheImageBeforeItWas) {
+  builder.AddImage({.label = "deflated", .compression = 1, .data = DeflateWrapped(SmallGim())});
+  builder.AddImage({.label = "none 1", .compression = 1, .data = {}});
+  builder.AddImage({.label = "plain", .data = SmallGim(7)});
+  builder.AddImage({.label = "none 0", .data = {}});
+  Open();
+  ExtractAll();
+  EXPECT_EQ(out.Names(), (Names{"deflated.32bit.bmp", "deflated.bmp", "deflated.dat", "deflated.gim", "plain.32bit.bmp",
+                                "plain.bmp", "plain.gim"}));
+  EXPECT_EQ(Read("deflated.bmp"), SmallGimBitmap());
+  EXPECT_EQ(Read("plain.bmp"), SmallGimBitmap(7));
+}
+
 TEST_F(ExtractAllTest, TheOpenFileItsFolderAndItsRecordsStayAsTheyWere) {
   builder.AddImage({.label = "image", .compression = 1, .data = DeflateWrapped(SmallGim())});
   builder.AddVag({.label = "stereo", .channel1 = SomeBytes(31, 2), .channel2 = SomeBytes(32, 3)});
