@@ -71,7 +71,7 @@ EditChoices Images(RcoFile& file, const RcoDocument& document, std::int32_t curV
     choices.values.push_back((i * Int16(kStride) + Int16(kFirst)).Int());
     ++i;
   }
-  const double row = static_cast<double>(AddInt32(curValue, -kFirst)) / kStride;
+  const double row = (static_cast<double>(curValue) - kFirst) / kStride;
   if (document.genCount.Int() > row) {
     SelectIfThere(choices, RoundToInt32(row));
   }

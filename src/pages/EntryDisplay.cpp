@@ -37,7 +37,8 @@ Body ReadBody(RcoFile& file, const EntryRec& record) {
   return body;
 }
 
-// Turns references into names.
+// Turns references into names. A place that lies outside the file has a name too, however far away it is: in front of
+// the file that of no label, behind it what zeros give.
 class References {
  public:
   References(RcoFile& file, std::int32_t labelBase)
@@ -50,22 +51,24 @@ class References {
   [[nodiscard]] std::string Name(std::int32_t type, std::int32_t value) {
     switch (type) {
       case rco::kRefEvent:
-        return ReadLabel(file_, AddInt32(eventOffset_, value));
+        return LabelAt(std::int64_t{eventOffset_} + value);
       case rco::kRefText:
-        return NameAt(CheckedInt32(std::int64_t{textRoot_} + rco::kEntryHeadSize + rco::langRecords +
-                                   std::int64_t{value} * rco::kTextRecSize));
+        return NameAt(std::int64_t{textRoot_} + rco::kEntryHeadSize + rco::langRecords +
+                      std::int64_t{value} * rco::kTextRecSize);
       default:
-        return NameAt(AddInt32(value, rco::entryLabel));
+        return NameAt(std::int64_t{value} + rco::entryLabel);
     }
   }
 
  private:
   // The label whose offset stands at `position`. In front of the file there is none to read.
-  [[nodiscard]] std::string NameAt(std::int32_t position) {
-    if (position < 0) {
-      return ReadLabel(file_, position);
-    }
-    return ReadLabel(file_, AddInt32(labelBase_, file_.ReadI32At(position)));
+  [[nodiscard]] std::string NameAt(std::int64_t position) {
+    return LabelAt(position < 0 ? position : std::int64_t{labelBase_} + file_.ReadI32At(position));
+  }
+
+  [[nodiscard]] std::string LabelAt(std::int64_t position) {
+    constexpr std::int64_t kBehindAnyFile = std::numeric_limits<std::int32_t>::max();
+    return ReadLabel(file_, static_cast<std::int32_t>(std::clamp(position, std::int64_t{-1}, kBehindAnyFile)));
   }
 
   RcoFile& file_;

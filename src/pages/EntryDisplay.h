@@ -26,10 +26,10 @@ inline constexpr std::string_view kBlankRow = "[blank]";
 void AddValueRow(std::int32_t value, ListLines& list);
 
 // Rebuild the display from the line that is selected, reading the file anew. An entry without a body leaves its list
-// empty and everything else as it was. Failures: those of opening the file; 9 for a line without a record, and for an
-// entry of a type with a position block that has fewer than 13 words (the boxes are then filled as far as they go, and
-// lstPageData is empty); 6 for offsets beyond 32 bits and for words beyond number 32767; 7 for a body that no memory is
-// spent on.
+// empty and everything else as it was. A reference that leads out of the file is no failure: its row shows what
+// ReadLabel says there. Failures: those of opening the file; 9 for a line without a record, and for an entry of a type
+// with a position block that has fewer than 13 words (the boxes are then filled as far as they go, and lstPageData is
+// empty); 6 for a body beyond 32 bits and for words beyond number 32767; 7 for a body that no memory is spent on.
 void lstPage_Click(const Mod& mod, RcoDocument& document);
 void lstAnim_Click(const Mod& mod, RcoDocument& document);
 

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -144,14 +145,14 @@ TEST_F(EditingResources, TheImagesEndAtTheFirstRecordOfAnotherKind) {
 
 TEST_F(EditingResources, AnImageThatDoesNotFitTheFixedLayoutSelectsAWrongRowOrNone) {
   Resources({Resource(1, 0, 0), Resource(1, 8, 0), Resource(1, 16, 0), Resource(3, 0, 0)});
-  const std::pair<std::int32_t, int> kCases[] = {{244, 0},           {271, 0},  // 27 / 56 = 0.48
-                                                 {272, 0},                      // 0.5: to the even row
-                                                 {273, 1},           {328, 2},  // 1.5: to the even row
-                                                 {217, 0},           {216, 0},  // -0.48 and -0.5
-                                                 {215, -1},          {0, -1},
-                                                 {-1, -1},            // rows in front of the list
-                                                 {244 + 3 * 56, -1},  // row 3 is below genCount, but no image
-                                                 {244 + 4 * 56, -1}, {0x7FFF0000, -1}};
+  const std::pair<std::int32_t, int> kCases[] = {
+      {244, 0},           {271, 0},                    // 27 / 56 = 0.48
+      {272, 0},                                        // 0.5: to the even row
+      {273, 1},           {328, 2},                    // 1.5: to the even row
+      {217, 0},           {216, 0},                    // -0.48 and -0.5
+      {215, -1},          {0, -1},          {-1, -1},  // rows in front of the list
+      {244 + 3 * 56, -1},                              // row 3 is below genCount, but no image
+      {244 + 4 * 56, -1}, {0x7FFFFFFF, -1}, {std::numeric_limits<std::int32_t>::min(), -1}};
   for (const auto& [value, row] : kCases) {
     SCOPED_TRACE(value);
     Show({0x402, value, 7}, 0);

@@ -1,6 +1,7 @@
 #include <bit>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <limits>
 #include <string>
 
 #include "container/RcoFormat.h"
@@ -263,11 +264,26 @@ TEST_F(Display, AnEntryWithANegativeLabelReadsInFrontOfTheLabelArea) {
   EXPECT_THAT(PageRows(), ElementsAre("[image] <No label>", "0"));
 }
 
-TEST_F(Display, AReferenceBeyond32BitsIsFailure6) {
-  for (const std::int32_t type : {0x400, 0x401, 0x402}) {
-    Entry(0x801, {type, 0x7FFFFFFF, 0});
-    EXPECT_EQ(NumberOf([&] { ClickPage(); }), 6);
-  }
+TEST_F(Display, AReferenceBeyond32BitsIsOneBehindTheEndOfTheFile) {
+  Entry(0x801, {0x400, 0x7FFFFFFF, 0x401, 0x7FFFFFFF, 0x401, Word(1.0F), 0x402, 0x7FFFFFFF, 0x409, 0x7FFFFFFC, 0});
+  ClickPage();
+  EXPECT_THAT(PageRows(),
+              ElementsAre("[event] ", "[text] alpha", "[text] alpha", "[image] alpha", "[page] alpha", "0"));
+}
+
+TEST_F(Display, AReferenceBelow32BitsIsOneInFrontOfTheFile) {
+  constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
+  bytes_.Words(rco::hdrEventOffset, {-8});
+  Entry(0x801, {0x400, kLowest, 0x401, kLowest, 0x402, kLowest, 0});
+  ClickPage();
+  EXPECT_THAT(PageRows(), ElementsAre("[event] <No label>", "[text] <No label>", "[image] <No label>", "0"));
+}
+
+TEST_F(Display, ALabelBeyond32BitsIsOneBehindTheEndOfTheFile) {
+  bytes_.Words(kOther + 4, {0x7FFFFFFF});
+  Entry(0x801, {0x402, kOther, 0});
+  ClickPage();
+  EXPECT_THAT(PageRows(), ElementsAre("[image] ", "0"));
 }
 
 // --- the body's length
