@@ -83,13 +83,16 @@ std::optional<NewValue> AskForReference(Prompts& prompts, const std::string& row
                           : AskForHex(prompts, rowText, kDigits);
 }
 
-// The bracket around the write, for an entry that has a body.
-void WriteWords(Mod& mod, Watch& watch, const EntryRec& record, std::int32_t position,
+// The bracket around the write: the words from number `index` on of the entry of a line, if it has a body. The line and
+// the place are looked at inside the bracket: a wrong one leaves what any failure of the write leaves, the backup made
+// and the watcher stopped.
+void WriteWords(Mod& mod, Watch& watch, const std::vector<EntryRec>& recs, int line, std::int32_t index,
                 std::span<const std::int32_t> words) {
   BackupOnce(mod, watch);
   RcoFile file(mod.cCurFile);
+  const EntryRec& record = At(recs, line);
   if (record.recSize >= rco::kSmallestWithBody) {
-    file.WriteLongsAt(position, words);
+    file.WriteLongsAt(WordPosition(record, index), words);
   }
   file.Close();
   RecordFileDate(mod, watch);
@@ -176,7 +179,8 @@ bool cmdPageChange(Mod& mod, RcoDocument& document, Prompts& prompts, Watch& wat
   file.Close();
 
   const std::array<std::int32_t, 1> words = {value->word};
-  WriteWords(mod, watch, At(document.pageRecs, document.lstPage.Selected()), position, words);
+  WriteWords(mod, watch, document.pageRecs, document.lstPage.Selected(),
+             WordOfRow(document, document.lstPageData.Selected()).Int(), words);
   RewriteRow(document.lstPageData,
              row.kind == RowKind::Reference ? ReferenceRowText(row.type, *value) : PlainRowText(row.kind, value->word));
   return true;
@@ -193,9 +197,8 @@ bool cmdAnimChange(Mod& mod, RcoDocument& document, Prompts& prompts, Watch& wat
   if (!value.has_value()) {
     return false;
   }
-  const EntryRec& record = At(document.animRecs, document.lstAnim.Selected());
   const std::array<std::int32_t, 1> words = {value->word};
-  WriteWords(mod, watch, record, WordPosition(record, row), words);
+  WriteWords(mod, watch, document.animRecs, document.lstAnim.Selected(), row, words);
   RewriteRow(document.lstAnimData, PlainRowText(kind, value->word));
   return true;
 }
@@ -205,8 +208,7 @@ void cmdPagePosChange(Mod& mod, RcoDocument& document, Watch& watch, const std::
   for (std::size_t i = 0; i < words.size(); ++i) {
     words[i] = WordOfText(txtPageOpt[i]);
   }
-  const EntryRec& record = At(document.pageRecs, document.lstPage.Selected());
-  WriteWords(mod, watch, record, WordPosition(record, 0), words);
+  WriteWords(mod, watch, document.pageRecs, document.lstPage.Selected(), 0, words);
   document.entries.txtPageOpt = txtPageOpt;
 }
 

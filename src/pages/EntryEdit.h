@@ -1,8 +1,9 @@
 // Changing single words of page and animation entries, in place: no size ever changes.
 //
 // A command asks first; only then comes the backup and the word goes to disk. A cancelled question leaves file, backup
-// and watcher alone. Failures have no handler: those of the questions' values leave everything as it was, those of the
-// file as FileBracket.h and RcoFile.h tell.
+// and watcher alone. Failures have no handler: those of the questions' values leave everything as it was, those
+// between backup and write (a line without a record, a place beyond 32 bits, those of the file) leave the file as it
+// was, the backup made and the watcher stopped.
 #pragma once
 
 #include <array>

@@ -93,6 +93,12 @@ class Editing : public ::testing::Test {
     EXPECT_THAT(watch_.Calls(), ::testing::ElementsAre("stop", "start"));
     EXPECT_EQ(mod_.cFileDate, DateOfFile(folder_ / "f.rco"));
   }
+  // A failure between backup and write.
+  void ExpectOnlyBackedUp() {
+    EXPECT_EQ(OnDisk(), bytes_.Content());
+    EXPECT_EQ(ReadWholeFile(folder_ / "f.rco.bak"), bytes_.Content());
+    EXPECT_THAT(watch_.Calls(), ::testing::ElementsAre("stop"));
+  }
   void ExpectUntouched() {
     EXPECT_EQ(OnDisk(), bytes_.Content());
     EXPECT_THAT(folder_.Names(), ::testing::ElementsAre("f.rco"));

@@ -290,11 +290,11 @@ TEST_F(Editing, APositionBlockOfAnEntryWithoutABodyIsNotWritten) {
   EXPECT_EQ(OnDisk(), bytes_.Content());
 }
 
-TEST_F(Editing, APositionBlockWithoutASelectedLineIsFailure9) {
+TEST_F(Editing, APositionBlockWithoutASelectedLineIsFailure9BehindTheBackup) {
   Show(std::vector<std::int32_t>(13, 0), 0, 0x80D);
   document_.lstPage.Select(-1);
   EXPECT_EQ(NumberOf([&] { cmdPagePosChange(mod_, document_, watch_, {}); }), 9);
-  ExpectUntouched();
+  ExpectOnlyBackedUp();
 }
 
 TEST_F(Editing, APositionBlockIs52BytesEvenBehindAShorterBodyAndTheEndOfTheFile) {
@@ -352,15 +352,46 @@ TEST_F(Editing, AFileThatIsGoneIsFailure53AndNoneIsMadeInItsPlace) {
   EXPECT_THAT(folder_.Names(), ::testing::IsEmpty());
 }
 
-TEST_F(Editing, APlaceBeyond32BitsIsFailure6AndLeavesTheFileAlone) {
+// A page's word is read before the question; an animation's place is worked out when it is to be written.
+TEST_F(Editing, APagesWordBeyond32BitsIsFailure6BeforeTheQuestion) {
   Show({0x7F, 9}, 1);
   document_.pageRecs[0].recPos = 0x7FFFFFF0;
-  document_.animRecs[0].recPos = 0x7FFFFFF0;
   EXPECT_EQ(NumberOf([&] { ChangePage(); }), 6);
+  ExpectUntouched();
+}
+
+TEST_F(Editing, AnAnimationsWordBeyond32BitsIsFailure6BehindTheBackup) {
+  Show({0x7F, 9}, 1);
+  document_.animRecs[0].recPos = 0x7FFFFFF0;
   prompts_.ExpectEditVal("00000009", "00000001");
   EXPECT_EQ(NumberOf([&] { ChangeAnim(); }), 6);
+  ExpectOnlyBackedUp();
+}
+
+TEST_F(Editing, AnAnimationWithoutARecordIsFailure9BehindTheBackup) {
+  Show({0x7F, 9}, 1);
+  document_.animRecs.clear();
+  prompts_.ExpectEditVal("00000009", "00000001");
+  EXPECT_EQ(NumberOf([&] { ChangeAnim(); }), 9);
+  ExpectOnlyBackedUp();
+}
+
+TEST_F(Editing, APositionBlockBeyond32BitsIsFailure6BehindTheBackup) {
+  Show(std::vector<std::int32_t>(13, 0), 0, 0x80D);
+  document_.pageRecs[0].recPos = 0x7FFFFFF0;
   EXPECT_EQ(NumberOf([&] { cmdPagePosChange(mod_, document_, watch_, {}); }), 6);
-  ExpectUntouched();
+  ExpectOnlyBackedUp();
+}
+
+TEST_F(Editing, ThePlaceOfAnEntryWithoutABodyDoesNotMatter) {
+  Show({0x7F, 9}, 1);
+  document_.pageRecs[0] = {0, 43, 0x7FFFFFF0, 0x801, 0};
+  document_.animRecs[0] = {0, 43, 0x7FFFFFF0, 0x901, 0};
+  prompts_.ExpectEditVal("00000009", "00000001");
+  ChangeAnim();
+  cmdPagePosChange(mod_, document_, watch_, {});
+  EXPECT_EQ(OnDisk(), bytes_.Content());
+  EXPECT_THAT(watch_.Calls(), ElementsAre("stop", "start", "stop", "start"));
 }
 
 }  // namespace
