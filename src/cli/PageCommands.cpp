@@ -162,10 +162,15 @@ void AddPageCommands(CLI::App& app, Action& action) {
     return command;
   };
   const auto withTable = [&](CLI::App* command) {
-    command->add_option("TABLE", arguments->table, "page or anim")
+    command
+        ->add_option_function<std::string>(
+            "TABLE",
+            [arguments](const std::string& name) {
+              arguments->table = name == "page" ? EntryTable::Page : EntryTable::Anim;
+            },
+            "page or anim")
         ->required()
-        ->transform(CLI::CheckedTransformer(
-            std::vector<std::pair<std::string, EntryTable>>{{"page", EntryTable::Page}, {"anim", EntryTable::Anim}}));
+        ->check(CLI::IsMember({"page", "anim"}));
     return command;
   };
   const auto withRow = [&](CLI::App* command) {
@@ -197,7 +202,8 @@ void AddPageCommands(CLI::App& app, Action& action) {
   withRow(add(app, "set-position", "Changes the position block of a page entry", SetPosition))
       ->add_option("VALUES", arguments->position, "The 13 values; behind -- what begins with a minus and no digit")
       ->required()
-      ->expected(13);
+      ->expected(13)
+      ->allow_extra_args(false);  // else "[1,2]" would be two values
 
   CLI::App* page = app.add_subcommand("page", "Page entries");
   page->require_subcommand(1);

@@ -74,7 +74,11 @@ TEST_F(PageCommandsTest, EntryPrintsThePositionBlockFirst) {
 }
 
 TEST_F(PageCommandsTest, ATableThatIsNeitherIsWrongUsage) {
-  EXPECT_EQ(Run({"entry", path, "text", "0"}).status, 2);
+  for (const char* table : {"text", "0", "1", "Page", "pages", ""}) {
+    EXPECT_EQ(Run({"entry", path, table, "0"}).status, 2) << table;
+    EXPECT_EQ(Run({"set-word", path, table, "0", "0", "1"}).status, 2) << table;
+  }
+  EXPECT_EQ(ReadWholeFile(path), built.bytes);
 }
 
 TEST_F(PageCommandsTest, ChoicesListsTheValuesOfAReference) {
@@ -169,6 +173,25 @@ TEST_F(PageCommandsTest, SetPositionWritesThe13Floats) {
   EXPECT_EQ(Run({"set-position", path, "1", "1", "2"}).status, 2);
   EXPECT_EQ(
       Run({"set-position", path, "0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "10", "11", "12", "13"}).status, 1);
+}
+
+// Texts that stand for several values, for none, or for a command elsewhere are each the text of one box.
+TEST_F(PageCommandsTest, SetPositionTakesEveryTextAsThatOfOneBox) {
+  EXPECT_EQ(Run({"set-position", path, "1", "[1,2]", "", "%%", "{}", "3,4", "[5]", "[]", "page", "set-position", "1 2",
+                 "'6'", "7;8", "\"9\""})
+                .status,
+            0);
+  const float expected[] = {0, 0, 0, 0, 3, 0, 0, 0, 0, 12, 0, 7, 0};
+  for (int i = 0; i < 13; ++i) {
+    EXPECT_EQ(std::bit_cast<float>(Word(1, i)), expected[i]) << i;
+  }
+  const Bytes before = ReadWholeFile(path);
+  EXPECT_EQ(Run({"set-position", path, "1", "[1,2]", "3", "4", "5", "6", "7", "8", "9", "10", "11", "12", "13"}).status,
+            2);
+  EXPECT_EQ(Run({"set-position", path, "1", "1", "2", "3", "4", "5", "6", "7", "8", "9", "10", "11", "12", "13", "14"})
+                .status,
+            2);
+  EXPECT_EQ(ReadWholeFile(path), before);
 }
 
 TEST_F(PageCommandsTest, AreasListsTablesLabelsAndEvents) {
