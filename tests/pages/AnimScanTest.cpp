@@ -182,6 +182,20 @@ TEST_F(AnimScan, ANestedLastOperationTakesTheRestOfTheDistanceThatItsParentTells
                                    "   [0x906] 设置对象透明度"));
 }
 
+TEST_F(AnimScan, WhatNestedOperationsTakeIsNotTakenFromTheirParentsSiblings) {
+  Anims({0x200});
+  bytes_.Head(0x200, 0x901, 0, 40, 2)
+      .Head(0x228, 0x902, -1, 44, 3, 400)
+      .Head(0x254, 0x903, -1, 48, 0)
+      .Head(0x284, 0x903, -1, 52, 0)
+      .Head(0x2B8, 0x903, -1, 0, 0)  // 400 - (40 + 44 + 48 + 52) = 216 bytes
+      .Head(0x2B8 + 216, 0x906, -1, 0, 0);
+  Scan(false, 0x400);
+  EXPECT_EQ(Lines().size(), 6U);
+  // The last operation takes what its animation has left: 512 - (40 + 44).
+  EXPECT_EQ(document_.animRecs[2], (EntryRec{-1, 428, 0x2B8 + 216, 0x906, 1}));
+}
+
 // Hostile tables end in the told failure.
 
 TEST_F(AnimScan, ATableOf4096RecordsIsWalkedAndOneMoreIsFailure9) {

@@ -160,6 +160,57 @@ TEST_F(PageScan, TheWalkUpPassesSeveralLevelsAndEndsAtDepth0) {
   EXPECT_EQ(document_.pageRecs[4].recDepth, 0);
 }
 
+// The depths of entries with those counts of children by the told steps; without those behind depth 7, which ends it.
+std::vector<std::int32_t> ToldDepths(const std::vector<std::int32_t>& children) {
+  std::vector<std::int64_t> counters(8);
+  counters[0] = static_cast<std::int64_t>(children.size()) + 1;
+  int depth = 0;
+  std::vector<std::int32_t> depths;
+  for (const std::int32_t count : children) {
+    depths.push_back(depth);
+    if (depth == 7) {
+      break;
+    }
+    const auto at = static_cast<std::size_t>(depth);
+    counters[at + 1] = count;
+    --counters[at];
+    if (counters[at + 1] > 0) {
+      ++depth;
+    } else if (counters[at] == 0) {
+      while (depth >= 0 && counters[static_cast<std::size_t>(depth)] <= 0) {
+        --depth;
+      }
+    }
+  }
+  return depths;
+}
+
+TEST_F(PageScan, GivesTheDepthsOfTheToldStepsOnRandomCounts) {
+  constexpr std::int32_t kEntries = 40;
+  constexpr std::int32_t kCounts[] = {-2147483647 - 1, -1, 0, 0, 0, 1, 1, 2, 3, 0x7FFFFFFF};
+  std::mt19937 random(77);
+  int deep = 0;
+  for (int round = 0; round < 300; ++round) {
+    std::vector<std::int32_t> children;
+    bytes_.Words(rco::hdrPagePtrs, {kPointers, std::int64_t{kEntries} * 4});
+    for (std::int32_t i = 0; i < kEntries; ++i) {
+      children.push_back(kCounts[random() % (round % 2 == 0 ? 10 : 8)]);
+      bytes_.Words(kPointers + i * 4, {0x200 + i * 40}).Head(0x200 + i * 40, 0x801, 0, 40, children.back());
+    }
+    const std::vector<std::int32_t> expected = ToldDepths(children);
+    document_ = RcoDocument();
+    document_.labelBase = kLabels;
+    ASSERT_EQ(FailureOfScan(), expected.back() == 7 ? 9 : 0);
+    ASSERT_EQ(Lines().size(), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+      ASSERT_EQ(document_.pageRecs[i].recDepth, expected[i]) << "round " << round << ", entry " << i;
+    }
+    deep += expected.back() == 7 ? 1 : 0;
+  }
+  EXPECT_GT(deep, 10);
+  EXPECT_LT(deep, 290);
+}
+
 TEST_F(PageScan, ANegativeCountOfChildrenCountsAsNone) {
   Pages({0x200, 0x240});
   bytes_.Head(0x200, 0x801, 0, 64, -5).Head(0x240, 0x801, 0, 64, 0);
