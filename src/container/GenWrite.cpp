@@ -1,6 +1,7 @@
 #include "container/GenWrite.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "common/Bytes.h"
 #include "common/Files.h"
@@ -19,6 +20,10 @@ constexpr std::uint8_t kLongestShortEntry = 64;
 
 bool IsVag(const GenRsc& record) {
   return record.rscKind == Int16(rco::kKindVag);
+}
+
+bool HasUnpackedSize(const GenRsc& record) {
+  return !IsVag(record) && record.unpackedSize != -1;
 }
 
 // Images stored as GIM and models: what is stored compressed.
@@ -106,7 +111,7 @@ void WriteFileSlice(RcoFile& file, ByteView bytes, std::int64_t from, std::int64
 void WriteGenRscFields(FileHead& head, const RcoDocument& document) {
   for (Int16 i = 0; i < document.genCount; ++i) {
     const GenRsc& record = At(document.genRsc, i.Int());
-    const bool hasUnpackedSize = !IsVag(record) && record.unpackedSize != -1;
+    const bool hasUnpackedSize = HasUnpackedSize(record);
     if (HoldsFields(head, record, hasUnpackedSize)) {
       continue;
     }
@@ -163,9 +168,31 @@ void ApplyDataDelta(std::int32_t delta, Int16 index, FileHead& head, RcoDocument
   }
 }
 
-void GenReplacer::Keep(Records& records) const {
-  records.genRsc = context_.document.genRsc;
-  records.dataAreas = context_.document.dataAreas;
+void GenReplacer::Keep(Int16 index) {
+  before_.genRsc = context_.document.genRsc;
+  before_.dataAreas = context_.document.dataAreas;
+  // The unpacked size of the record is that of the new data already. The entry still has the old one.
+  if (index.Int() >= 0 && index.Int() < static_cast<int>(before_.genRsc.size())) {
+    GenRsc& record = before_.genRsc[index.Index()];
+    if (HasUnpackedSize(record)) {
+      record.unpackedSize = UnpackedSizeOfEntry(record);
+    }
+  }
+  if (!changed_) {
+    first_ = before_;
+  }
+}
+
+std::int32_t GenReplacer::UnpackedSizeOfEntry(const GenRsc& record) {
+  try {
+    if (!file_.IsOpen()) {
+      file_.Open(context_.mod.cCurFile);
+    }
+    return file_.ReadI32At(Field(record, rco::bodyUnpackedSize));
+  } catch (...) {
+    (void)CurrentFailure();  // told by the statement that opens the file
+    return record.unpackedSize;
+  }
 }
 
 void GenReplacer::PutBack(const Records& records) {
@@ -182,10 +209,7 @@ bool GenReplacer::Replace(const Bytes& data, Int16 index) {
 }
 
 bool GenReplacer::ReplaceBy(const std::function<Bytes()>& readData, Int16 index) {
-  Keep(before_);
-  if (!file_.IsOpen()) {
-    first_ = before_;
-  }
+  Keep(index);
   FileHead head(file_, 0);
   lastFailed_ = !RunStatements(
       context_.prompts, [&](Statements& run) { ReplaceData(run, head, readData, index); },
@@ -247,25 +271,28 @@ void GenReplacer::ReplaceData(Statements& run, FileHead& head, const std::functi
   run([&] { SpliceData(file_, pos, tailPos, std::move(data), twice); });
 }
 
-bool GenReplacer::Finish() {
-  if (!file_.IsOpen()) {
-    return true;
+void GenReplacer::Close() {
+  const bool wasOpen = file_.IsOpen();
+  try {
+    file_.Close();
+  } catch (...) {
+    PutBack(first_);
+    throw;
   }
-  if (!changed_) {
+  if (!wasOpen) {
+    PutBack(first_);
+  }
+}
+
+bool GenReplacer::Finish() {
+  if (!std::exchange(changed_, false)) {
     file_.Discard();
     return true;
   }
   return RunStatements(
       context_.prompts,
       [&](Statements& run) {
-        run([&] {
-          try {
-            file_.Close();
-          } catch (...) {
-            PutBack(first_);
-            throw;
-          }
-        });
+        run([&] { Close(); });
         run([&] { RecordFileDate(context_.mod, context_.watch); });
         if (lastFailed_) {
           context_.watch.Stop();

@@ -63,9 +63,9 @@ class GenReplacer {
   // The same with the data themselves.
   bool Replace(const Bytes& data, Int16 index);
 
-  // Writes the file and records its date. False where a failure of that was answered with No. If the file can't be
-  // written it stays the old one, and the records are again what they were before the first replacement. Does nothing
-  // where nothing was replaced.
+  // Writes the file and records its date. False where a failure of that was answered with No. If the file couldn't be
+  // opened, or can't be written, it stays the old one, and the records are again what they were before the first
+  // replacement. Does nothing where nothing was replaced.
   bool Finish();
 
  private:
@@ -74,9 +74,14 @@ class GenReplacer {
     std::array<std::int32_t, 6> dataAreas;
   };
 
-  void Keep(Records& records) const;
+  // Takes note of the records as they are in the file, before record `index` is replaced.
+  void Keep(Int16 index);
+  // What the file says; the record's own where it can't be read.
+  [[nodiscard]] std::int32_t UnpackedSizeOfEntry(const GenRsc& record);
   void PutBack(const Records& records);
   bool ReplaceBy(const std::function<Bytes()>& readData, Int16 index);
+  // Closes the file, writing it.
+  void Close();
   void ReplaceData(Statements& run, FileHead& head, const std::function<Bytes()>& readData, Int16 index);
 
   WriteContext context_;

@@ -2,21 +2,18 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 
 #include "common/Bytes.h"
 #include "common/Files.h"
-#include "container/FileBracket.h"
 #include "container/GenScan.h"
 #include "container/InsertLabel.h"
+#include "container/InsertRun.h"
 #include "container/NewEntryFixups.h"
 #include "container/RcoFormat.h"
 
 namespace kelvane {
 
 namespace {
-
-using PointerLongs = std::array<std::int32_t, rco::kPointerLongs>;
 
 struct EntryHeadFields {
   std::uint8_t entryClass = 0;
@@ -48,61 +45,6 @@ void SpliceBetween(RcoFile& file, std::int64_t position, ByteView inserted) {
   file.Splice(position, 0, inserted);
 }
 
-// Puts pointers at a place of a pointer table. Something must lie behind it.
-void InsertPointers(RcoFile& file, std::int64_t position, const std::vector<std::int32_t>& pointers) {
-  RequireArraySize(file.Length() - position);
-  Bytes bytes(pointers.size() * 4);
-  for (std::size_t i = 0; i < pointers.size(); ++i) {
-    WriteI32(bytes, static_cast<std::int64_t>(i) * 4, pointers[i]);
-  }
-  file.Splice(position, 0, bytes);
-}
-
-// The open file of an insert, and the document as it was before its steps.
-class InsertedFile {
- public:
-  explicit InsertedFile(RcoDocument& document) : document_(document), before_(document) {}
-
-  [[nodiscard]] RcoFile& File() { return file_; }
-
-  // Where the file can't be written it stays the old one, and so do the records: the next change works by them.
-  void Close() {
-    try {
-      file_.Close();
-    } catch (...) {
-      document_ = std::move(before_);
-      throw;
-    }
-  }
-
- private:
-  RcoFile file_;
-  RcoDocument& document_;
-  RcoDocument before_;
-};
-
-// The handler around an insert: the steps of `splice` run on one open file, and giving up closes it with what was
-// changed. Then the file is written and opened anew, and line `selected` of lst chosen, if there is one to choose.
-template <class Splice>
-void RunInsert(const WriteContext& context, const AfterInsert& after, std::optional<Int16> selected, Splice&& splice) {
-  InsertedFile inserted(context.document);
-  RunStatements(
-      context.prompts,
-      [&](Statements& run) {
-        run([&] { BackupOnce(context.mod, context.watch); });
-        run([&] { inserted.File().Open(context.mod.cCurFile); });
-        splice(run, inserted.File());
-        run([&] { inserted.Close(); });
-        run([&] { RecordFileDate(context.mod, context.watch); });
-        run([&] { RecordFileDate(context.mod, context.watch); });
-        run([&] { after.reopen(); });
-        if (selected) {
-          run([&] { after.selectLine(*selected); });
-        }
-      },
-      [&] { inserted.Close(); });
-}
-
 // What an insert of a general resource works out on its way.
 class GenInsert {
  public:
@@ -112,7 +54,7 @@ class GenInsert {
   void Run(Statements& run) {
     run([&] { FindPlace(); });
     run([&] {
-      newOffset_ = AddInt32(frontLen_, -At(document_.dataAreas, std::int64_t{resource_.kind.Int() - 1} * 2));
+      newOffset_ = Difference(frontLen_, At(document_.dataAreas, std::int64_t{resource_.kind.Int() - 1} * 2));
     });
     run([&] { ReadData(); });
     run([&] { file_.Splice(frontLen_, 0, data_); });
@@ -130,8 +72,7 @@ class GenInsert {
     run([&] {
       FixForNewEntry({.entryDelta = BodySize() + rco::kEntryHeadSize, .index = resource_.position}, file_, document_);
     });
-    Bytes entry;
-    run([&] { entry = BuildEntry(); });
+    const Bytes entry = BuildEntry(run);
     run([&] { SpliceBetween(file_, insertAt_, entry); });
     run([&] { AddPointer(); });
   }
@@ -182,28 +123,33 @@ class GenInsert {
     return first == document_.genRsc.end() ? Int16(0) : Int16(first - document_.genRsc.begin());
   }
 
-  [[nodiscard]] Bytes BuildEntry() const {
+  // A field that can't be worked out stays 0.
+  [[nodiscard]] Bytes BuildEntry(Statements& run) const {
+    std::int32_t label = 0;
+    run([&] { label = Difference(labelPos_, document_.labelBase); });
+    std::int32_t parent = 0;
+    run([&] { parent = Difference(insertAt_, root_); });
     // Both distances have the new entry's own length, whatever the neighbours are; the neighbours keep theirs.
     const std::int32_t length = BodySize() + rco::kEntryHeadSize;
     Bytes entry = EntryHeadBytes({.entryClass = 1,
                                   .entryTable = IsImage() ? rco::kTableImage
                                                 : IsVag() ? rco::kTableVag
                                                           : rco::kTableGmo,
-                                  .entryLabel = AddInt32(labelPos_, -document_.labelBase),
+                                  .entryLabel = label,
                                   .entryNext = length,
                                   .entryPrev = length,
-                                  .entryParent = AddInt32(insertAt_, -root_)});
+                                  .entryParent = parent});
     entry.resize(static_cast<std::size_t>(length));
     WriteI32(entry, rco::bodyDataSize, fileLen_);
     WriteI32(entry, rco::bodyDataOffset, newOffset_);
     if (IsVag()) {
       WriteI16(entry, rco::bodyFormat, 1);
       WriteI16(entry, rco::bodyChannels, resource_.extra > 0 ? 2 : 1);
-      WriteI32(entry, rco::bodyChannel1Size, AddInt32(fileLen_, -resource_.extra));
+      run([&] { WriteI32(entry, rco::bodyChannel1Size, Difference(fileLen_, resource_.extra)); });
       WriteI32(entry, rco::bodyChannel1Offset, newOffset_);
       WriteI32(entry, rco::bodyChannel2Size, resource_.extra);
       // A difference where a sum would be the channel's place: this is the value that an entry gets.
-      WriteI32(entry, rco::bodyChannel2Offset, AddInt32(newOffset_, -resource_.extra));
+      run([&] { WriteI32(entry, rco::bodyChannel2Offset, Difference(newOffset_, resource_.extra)); });
     } else {
       WriteI16(entry, rco::bodyFormat, IsImage() ? rco::kFormatGim : 0);
       WriteI16(entry, rco::bodyCompression, rco::kCompressionZlib);
@@ -214,7 +160,7 @@ class GenInsert {
 
   // The pointer goes to the end of its table, whatever the position is. The table's length is the new one already.
   void AddPointer() {
-    PointerLongs p{};
+    std::array<std::int32_t, rco::kPointerLongs> p{};
     file_.ReadLongsAt(rco::kPointerLongsAt, p);
     const std::int64_t t = resource_.kind.Int();
     InsertPointers(file_, std::int64_t{At(p, t * 2)} + At(p, t * 2 + 1) - 4, {insertAt_});
@@ -233,66 +179,6 @@ class GenInsert {
   std::int32_t insertAt_ = 0;
 };
 
-// The text records that one insert puts in, one for each language.
-std::vector<TextRec> NewTextRecords(const RcoDocument& document, Int16 index, std::int32_t textLabel) {
-  RequireArraySize(document.langCount);
-  std::vector<TextRec> records(document.langCount);
-  for (std::size_t language = 0; language < records.size(); ++language) {
-    const std::vector<TextRec>& texts = At(document.textRsc, static_cast<std::int64_t>(language));
-    records[language].textLabel = textLabel;
-    if (index >= document.textCount) {
-      const TextRec& last = At(texts, document.textCount.Int() - 1);
-      records[language].textOffset =
-          CheckedInt32(std::int64_t{last.textOffset} + last.textLength + 4 - last.textLength % 4);
-    } else {
-      records[language].textOffset = At(texts, index.Int()).textOffset;
-    }
-  }
-  return records;
-}
-
-Bytes TextRecordBytesOf(const TextRec& record) {
-  Bytes bytes(rco::kTextRecSize);
-  WriteI32(bytes, 0, record.textLabel);
-  WriteI32(bytes, 4, record.textLength);
-  WriteI32(bytes, 8, record.textOffset);
-  return bytes;
-}
-
-// Puts a record into each language. The file is written anew from its slices; if one of them can't be taken it is what
-// it was.
-void SpliceTextRecords(RcoFile& file, const std::vector<std::int32_t>& insertAt, const std::vector<TextRec>& records) {
-  RequireArraySize(static_cast<std::int64_t>(records.size()));
-  Bytes whole = file.Image();
-  file.Assign({});
-  try {
-    file.Seek(0);
-    std::int64_t from = 0;
-    for (std::size_t language = 0; language < records.size(); ++language) {
-      const std::int64_t to = At(insertAt, static_cast<std::int64_t>(language));
-      WriteFileSlice(file, whole, from, to);
-      file.Write(TextRecordBytesOf(records[language]));
-      from = to;
-    }
-    WriteFileSlice(file, whole, from, static_cast<std::int64_t>(whole.size()));
-  } catch (...) {
-    file.Assign(std::move(whole));
-    throw;
-  }
-}
-
-// The pointers to the language records. Their distances are worked out in 16 bits, with the old number of texts and a
-// record more, and 44 bytes where the languages have 48: firmware tools rely on these values.
-std::vector<std::int32_t> LanguagePointers(const RcoDocument& document, std::int32_t textRoot) {
-  std::vector<std::int32_t> pointers;
-  pointers.reserve(document.langCount);
-  const Int16 distance = document.textCount * rco::kTextRecSize + rco::langTextCount + rco::kTextRecSize;
-  for (std::int32_t language = 0; language < document.langCount; ++language) {
-    pointers.push_back(CheckedInt32(std::int64_t{textRoot} + rco::kEntryHeadSize + (distance * (language + 1)).Int()));
-  }
-  return pointers;
-}
-
 // The nearest record in front of `index` whose depth is below `depth`; record 0 where there is none.
 Int16 ParentOf(const RcoDocument& document, Int16 index, Int16 depth) {
   for (Int16 i = index - 1; i >= 0; --i) {
@@ -308,37 +194,6 @@ Int16 ParentOf(const RcoDocument& document, Int16 index, Int16 depth) {
 void InsertGenRsc(const NewGenRsc& resource, const WriteContext& context, const AfterInsert& after) {
   RunInsert(context, after, resource.position,
             [&](Statements& run, RcoFile& file) { GenInsert(resource, context, file).Run(run); });
-}
-
-void InsertTextRsc(Int16 index, const std::string& label, const WriteContext& context, const AfterInsert& after) {
-  RcoDocument& document = context.document;
-  RunInsert(context, after, std::nullopt, [&](Statements& run, RcoFile& file) {
-    std::int32_t relPos = 0;
-    run([&] { relPos = AddInt32(InsertLabel(LabelSection::Text, index, label, file, context), -document.labelBase); });
-    std::vector<TextRec> newRecords;
-    run([&] { newRecords = NewTextRecords(document, index, relPos); });
-
-    std::int32_t textRoot = 0;
-    std::vector<std::int32_t> insertAt;
-    run([&] {
-      textRoot = file.ReadI32At(rco::hdrTextRoot);
-      for (std::int32_t language = 0; language < document.langCount; ++language) {
-        const std::int64_t distance = std::int64_t{document.textCount.Int()} * rco::kTextRecSize + rco::langRecords;
-        insertAt.push_back(CheckedInt32(std::int64_t{textRoot} + rco::kEntryHeadSize + distance * language +
-                                        rco::langRecords + std::int64_t{index.Int()} * rco::kTextRecSize));
-      }
-    });
-    const std::int32_t ptrDelta = std::int32_t{document.langCount} * 4;
-    run([&] { FixForNewTextEntry(rco::kTextRecSize, 1, ptrDelta, file, document); });
-    run([&] { SpliceTextRecords(file, insertAt, newRecords); });
-
-    run([&] {
-      const std::vector<std::int32_t> pointers = LanguagePointers(document, textRoot);
-      PointerLongs p{};
-      file.ReadLongsAt(rco::kPointerLongsAt, p);
-      InsertPointers(file, std::int64_t{p[0]} + p[1] - ptrDelta, pointers);
-    });
-  });
 }
 
 void InsertPageRsc(const NewPageRsc& page, const WriteContext& context, const AfterInsert& after) {
@@ -364,17 +219,18 @@ void InsertPageRsc(const NewPageRsc& page, const WriteContext& context, const Af
                      document);
     });
 
-    Bytes entry;
-    run([&] {
-      // Also a child of the root gets its distance to a record: the parent's place holds record 0 then.
-      entry = EntryHeadBytes({.entryClass = page.entryClass,
-                              .entryTable = rco::kTablePage,
-                              .entryLabel = AddInt32(labelPos, -document.labelBase),
-                              .entrySize = entryLen,
-                              .entryNext = entryLen,
-                              .entryPrev = entryLen,
-                              .entryParent = AddInt32(insertAt, -At(document.pageRecs, parent.Int()).recPos)});
-    });
+    std::int32_t entryLabel = 0;
+    run([&] { entryLabel = Difference(labelPos, document.labelBase); });
+    std::int32_t entryParent = 0;
+    // Also a child of the root gets its distance to a record: the parent's place holds record 0 then.
+    run([&] { entryParent = Difference(insertAt, At(document.pageRecs, parent.Int()).recPos); });
+    Bytes entry = EntryHeadBytes({.entryClass = page.entryClass,
+                                  .entryTable = rco::kTablePage,
+                                  .entryLabel = entryLabel,
+                                  .entrySize = entryLen,
+                                  .entryNext = entryLen,
+                                  .entryPrev = entryLen,
+                                  .entryParent = entryParent});
     for (const std::int32_t word : page.body) {
       entry.resize(entry.size() + 4);
       WriteI32(entry, static_cast<std::int64_t>(entry.size()) - 4, word);

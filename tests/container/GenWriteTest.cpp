@@ -222,67 +222,6 @@ TEST_F(GenWriteTest, TheBackupIsMadeOnceAndTheWatcherStoppedAndStartedAroundEach
   EXPECT_EQ(mod.cFileDate, DateOfFile(mod.cCurFile));
 }
 
-TEST_F(GenWriteTest, AReplacementGivenUpWithNoLeavesFileAndRecordsAndTheWatcherStopped) {
-  Open(Build({}).bytes);
-  document.genRsc[4].entryPos = 1000000;  // outside of what stands in front of the data
-  const auto records = document.genRsc;
-  const auto areas = document.dataAreas;
-  prompts.ExpectUnknownFailure(FailureCode::SubscriptOutOfRange, Answer::No);
-  EXPECT_FALSE(Replace(0, Filled(50, 1)));
-  EXPECT_TRUE(Content() == original);
-  EXPECT_TRUE(document.genRsc == records);
-  EXPECT_EQ(document.dataAreas, areas);
-  EXPECT_EQ(watch.Calls(), std::vector<std::string>{"stop"});
-  EXPECT_TRUE(ReadWholeFile(folder / "screen.rco.bak") == original);
-}
-
-TEST_F(GenWriteTest, AReplacementGoneOnWithYesKeepsWhatTheFailingStepHadDone) {
-  const BuiltRco before = Build({});
-  Open(before.bytes);
-  document.genRsc[4].entryPos = 1000000;
-  prompts.ExpectUnknownFailure(FailureCode::SubscriptOutOfRange, Answer::Yes);
-  const Bytes data = Filled(48, 1);  // 24 with the padding before
-  EXPECT_TRUE(Replace(0, data));
-  // The fields of records 0 to 3; neither those of the records behind nor the data areas.
-  Expected expected{before.bytes};
-  expected.Set(before.layout.images[0].entry + 44, 48);
-  expected.Add(before.layout.images[1].entry + 48, 24);
-  expected.Add(before.layout.images[2].entry + 48, 24);
-  const auto at = expected.bytes.begin() + before.layout.images[0].data;
-  expected.bytes.erase(at, at + 24);
-  expected.Insert(before.layout.images[0].data, data);
-  EXPECT_TRUE(Content() == expected.bytes);
-  EXPECT_EQ(watch.Calls(), (std::vector<std::string>{"stop", "start"}));
-}
-
-TEST_F(GenWriteTest, AnIndexWithoutARecordIsFailure9) {
-  Open(Build({}).bytes);
-  for (const int index : {-1, 8}) {
-    prompts.ExpectUnknownFailure(FailureCode::SubscriptOutOfRange, Answer::No);
-    EXPECT_FALSE(Replace(index, Filled(8, 1)));
-  }
-  EXPECT_TRUE(Content() == original);
-}
-
-TEST_F(GenWriteTest, WhereTheFileCantBeWrittenTheRecordsAreThoseOfTheOldFile) {
-  std::filesystem::create_directory(folder / "a");
-  const Bytes content = Build({}).bytes;
-  mod.cCurFile = folder / "a" / "screen.rco";
-  WriteWholeFile(mod.cCurFile, content);
-  document = test::Scanned(mod.cCurFile);
-  const auto records = document.genRsc;
-  GenReplacer replacer(Context());
-  EXPECT_TRUE(replacer.Replace(folder.Write("new.dat", Filled(50, 1)), 0));
-  EXPECT_TRUE(replacer.Replace(folder.Write("new.dat", Filled(60, 1)), 1));
-  EXPECT_FALSE(document.genRsc == records);
-  std::filesystem::rename(folder / "a", folder / "b");
-  prompts.ExpectUnknownFailure(FailureCode::PathNotFound, Answer::No);
-  EXPECT_FALSE(replacer.Finish());
-  EXPECT_TRUE(document.genRsc == records);
-  EXPECT_FALSE(watch.Running());
-  EXPECT_TRUE(ReadWholeFile(folder / "b" / "screen.rco") == content);
-}
-
 TEST_F(GenWriteTest, ManyReplacementsOnOneOpenFileGiveTheFileAndTheRecordsOfOneAfterTheOther) {
   std::mt19937 random(20);
   for (int round = 0; round < 25; ++round) {

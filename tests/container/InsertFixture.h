@@ -8,7 +8,7 @@ namespace kelvane::test {
 
 // Records 0 to 2 are images, 3 to 5 sounds, 6 and 7 models, or 6 to 8 with a third one. Pages: p0 with the children p1
 // and p2, p3, p4. Animations: a0 with an operation, a1.
-inline BuiltRco InsertScreen(bool thirdModel = false) {
+inline BuiltRco InsertScreen(bool thirdModel = false, int texts = 2) {
   RcoBuilder b;
   b.AddImage({.label = "bg", .data = Filled(21, 1), .unpackedSize = 400});
   b.AddImage({.label = "icon", .format = 0, .data = Filled(40, 2), .unpackedSize = 40});
@@ -25,6 +25,9 @@ inline BuiltRco InsertScreen(bool thirdModel = false) {
   b.AddLanguage(0x10001);
   b.AddText({.label = "msg_a", .strings = {u"はい", u"Yes"}});
   b.AddText({.label = "msg_b", .strings = {u"いいえ", u"No, never"}});
+  for (int i = 2; i < texts; ++i) {
+    b.AddText({.label = "msg" + std::to_string(i), .strings = {u"a", u"b"}});
+  }
   b.AddPage({.label = "p0", .body = {1}, .children = {{.label = "p1", .body = {2, 3}}, {.label = "p2", .body = {4}}}});
   b.AddPage({.label = "p3", .body = {5}});
   b.AddPage({.label = "p4", .body = {6, ImageRef("icon")}});

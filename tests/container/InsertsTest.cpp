@@ -1,3 +1,5 @@
+#include <limits>
+
 #include "InsertFixture.h"
 #include "container/Inserts.h"
 
@@ -234,6 +236,53 @@ TEST_F(InsertsTest, TheLastPositionFailsAndWithNoTheFileIsPatchedAndNotSpliced) 
   EXPECT_TRUE(ReadWholeFile(folder / "screen.rco.bak") == built.bytes);
 }
 
+TEST_F(InsertsTest, AfterNoTheRecordsAreWhatTheStepsMadeOfThem) {
+  RcoDocument expected = document;
+  expected.genRsc[7].dataOffset += 32;
+  expected.genRsc[7].labelOffset += 4;
+  for (EntryRec& page : expected.pageRecs) {
+    page.recLabel += 4;
+  }
+  expected.animRecs[0].recLabel += 4;
+  expected.animRecs[1].recLabel += 4;
+  for (const std::size_t area : {0U, 2U, 4U}) {
+    expected.dataAreas[area] += 4 + 56 + 4;  // the label, the entry that isn't there, its pointer
+  }
+  expected.dataAreas[5] += 32;
+  prompts.ExpectUnknownFailure(FailureCode::SubscriptOutOfRange, Answer::No);
+  InsertGen(7, 3, "new", Filled(30, 11), 500);
+  EXPECT_TRUE(document.genRsc == expected.genRsc);
+  EXPECT_EQ(document.textRsc, expected.textRsc);
+  EXPECT_TRUE(document.pageRecs == expected.pageRecs);
+  EXPECT_TRUE(document.animRecs == expected.animRecs);
+  EXPECT_EQ(document.dataAreas, expected.dataAreas);
+  EXPECT_EQ(document.labelBase, expected.labelBase);
+}
+
+TEST_F(InsertsTest, WhereTheFileCantBeOpenedTheRecordsStayWhateverIsAnswered) {
+  mod.cNoUpdatBak = true;
+  std::filesystem::remove(mod.cCurFile);
+  const RcoDocument before = document;
+  prompts.ExpectUnknownFailure(FailureCode::FileNotFound, Answer::Yes);
+  prompts.ExpectUnknownFailure(FailureCode::BadFileNumber,
+                               Answer::No);  // in the label's step, which moves labels first
+  InsertTextRsc(0, "new", Context(), After());
+  EXPECT_EQ(document.textRsc, before.textRsc);
+  EXPECT_TRUE(document.genRsc == before.genRsc);
+  EXPECT_TRUE(document.pageRecs == before.pageRecs);
+  EXPECT_EQ(document.dataAreas, before.dataAreas);
+}
+
+TEST_F(InsertsTest, WhatFollowsAWrittenInsertDoesntTakeTheRecordsBack) {
+  AfterInsert after = After();
+  after.selectLine = [](Int16) { throw RuntimeFailure(FailureCode::InvalidCall); };
+  prompts.ExpectUnknownFailure(FailureCode::InvalidCall, Answer::No);
+  InsertGenRsc({.position = 1, .dataFile = folder.Write("new.dat", Filled(30, 11)), .label = "new", .kind = 1},
+               Context(), after);
+  EXPECT_EQ(document.genCount.Int(), 9);
+  ExpectRecordsAreTheFiles();
+}
+
 TEST_F(InsertsTest, TheLastPositionWithYesGetsAPointerTo0AndNoEntry) {
   prompts.ExpectUnknownFailure(FailureCode::SubscriptOutOfRange, Answer::Yes);
   AfterInsert after = After();
@@ -275,6 +324,30 @@ TEST_F(InsertsTest, AStepGivenUpHalfWayLeavesNoneOfItsFields) {
   Expected e{built.bytes};
   e.Insert(built.layout.images[1].data, Filled(32, 11));
   EXPECT_TRUE(Content() == e.bytes);
+}
+
+TEST_F(InsertsTest, FieldsAsLowAsTheyGoAreFailure6) {
+  constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
+  // The sounds' area, from which the new data's offset counts; nothing is changed yet.
+  document.dataAreas[2] = kLowest;
+  prompts.ExpectUnknownFailure(FailureCode::Overflow, Answer::No);
+  InsertGen(1, 2, "new", Filled(32, 11), 0);
+  EXPECT_TRUE(Content() == built.bytes);
+
+  // The sounds' root, from which the entry's way to its parent counts: that field stays 0.
+  WriteI32(built.bytes, 28, kLowest);
+  Open(built.bytes);
+  prompts.ExpectUnknownFailure(FailureCode::Overflow, Answer::Yes);
+  AfterInsert after = After();
+  after.reopen = [] {};
+  InsertGenRsc({.position = 1, .dataFile = folder.Write("new.dat", Filled(32, 11)), .label = "new", .kind = 2},
+               Context(), after);
+  const Bytes content = Content();
+  const std::int32_t entry = built.layout.images[1].entry;
+  EXPECT_EQ(ReadI32(content, entry), 0x601);
+  EXPECT_EQ(ReadI32(content, entry + 20), 68);
+  EXPECT_EQ(ReadI32(content, entry + 28), 0);
+  EXPECT_EQ(ReadI32(content, entry + 44), 32);
 }
 
 TEST_F(InsertsTest, AMissingDataFileIsFailure53) {

@@ -12,10 +12,13 @@ using test::Longs;
 using test::RcoLayout;
 using test::RcoTable;
 
+constexpr std::int32_t kNoDistance = -1;
+
 // The file with a new text at `index`, whose label goes to `labelAt` of the label area and whose records point to
-// `offsets`, one for each language.
+// `offsets`, one for each language. The new pointers point as far behind the text root's head as `distances` say: 44
+// bytes a language and room for the new record, from behind the first language on.
 Expected WithText(const BuiltRco& built, std::size_t index, std::int32_t labelAt, const std::string& label,
-                  const std::array<std::int32_t, 2>& offsets) {
+                  const std::array<std::int32_t, 2>& offsets, const std::vector<std::int32_t>& distances = {80, 160}) {
   const RcoLayout& l = built.layout;
   Expected e{built.bytes};
   test::MoveLabels(e, l, 1, index, static_cast<std::int32_t>(LabelBytes(label).size()));
@@ -34,8 +37,11 @@ Expected WithText(const BuiltRco& built, std::size_t index, std::int32_t labelAt
   e.Add(80, 24);
   e.Add(84, 8);
   e.Insert(l.labels.offset + labelAt, LabelBytes(label));
-  // 44 bytes a language and room for the new record, from behind the first language on.
-  e.Insert(l.Pointers(RcoTable::kText).End(), Longs({root + 40 + 80, root + 40 + 160}));
+  std::vector<std::int32_t> pointers;
+  for (const std::int32_t distance : distances) {
+    pointers.push_back(distance == kNoDistance ? 0 : root + 40 + distance);
+  }
+  e.Insert(l.Pointers(RcoTable::kText).End(), Longs(pointers));
   for (const std::size_t language : {1U, 0U}) {
     e.Insert(l.languages[language].texts[0].record + static_cast<std::int32_t>(index) * 12,
              Longs({labelAt, 0, offsets[language]}));
@@ -76,6 +82,35 @@ TEST_F(TextInsertTest, AnAppendedTextStandsBehindTheLastStringAndItsLabelAtTheSt
   // The labels of the texts in front of it stay 4 bytes too low.
   EXPECT_EQ(document.lstText.Lines(), (std::vector<std::string>{"new", "a", "new"}));
   EXPECT_EQ(watch.Calls(), (std::vector<std::string>{"stop", "stop", "start", "stop", "start", "start", "start"}));
+}
+
+TEST_F(TextInsertTest, APointerMoreThan32767BytesBehindTheRootIsFailure6AndWithYesItStays0) {
+  built = test::InsertScreen(false, 1361);  // 16388 bytes from one pointer to the next
+  const std::array<std::int32_t, 2> offsets = {built.layout.languages[0].texts[0].offset,
+                                               built.layout.languages[1].texts[0].offset};
+  Open(built.bytes);
+  prompts.ExpectUnknownFailure(FailureCode::Overflow, Answer::Yes);
+  InsertTextRsc(0, "new_text", Context(), After());
+  EXPECT_TRUE(Content() == WithText(built, 0, 0, "new_text", offsets, {16388, kNoDistance}).bytes);
+  EXPECT_EQ(document.textCount.Int(), 1362);
+  EXPECT_EQ(document.lstText.Text(1361), "msg1360");
+
+  Open(built.bytes);
+  calls.clear();
+  prompts.ExpectUnknownFailure(FailureCode::Overflow, Answer::No);
+  InsertTextRsc(0, "new_text", Context(), After());
+  EXPECT_TRUE(Content() == WithText(built, 0, 0, "new_text", offsets, {}).bytes);
+  EXPECT_TRUE(calls.empty());
+}
+
+TEST_F(TextInsertTest, AnOffsetThatCantBeWorkedOutIsFailure6AndWithYesItStays0) {
+  const test::RcoLayout& l = built.layout;
+  WriteI32(built.bytes, l.languages[1].texts[1].record + 8, 0x7FFFFFFF);
+  Open(built.bytes);
+  prompts.ExpectUnknownFailure(FailureCode::Overflow, Answer::Yes);
+  InsertTextRsc(2, "new", Context(), After());
+  const std::int32_t behind = l.languages[0].texts[1].offset + l.languages[0].texts[1].length + 4;
+  EXPECT_TRUE(Content() == WithText(built, 2, 0, "new", {behind, 0}).bytes);
 }
 
 TEST_F(TextInsertTest, WithoutLanguagesATextFails) {
