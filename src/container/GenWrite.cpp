@@ -211,13 +211,18 @@ bool GenReplacer::Replace(const Bytes& data, Int16 index) {
 bool GenReplacer::ReplaceBy(const std::function<Bytes()>& readData, Int16 index) {
   Keep(index);
   FileHead head(file_, 0);
-  lastFailed_ = !RunStatements(
-      context_.prompts, [&](Statements& run) { ReplaceData(run, head, readData, index); },
-      [&] {
-        // The file is only changed once it is written; what the steps patched so far is taken back.
-        head.TakeBack();
-        PutBack(before_);
-      });
+  const auto takeBack = [&] {
+    // The file is only changed once it is written; what the steps patched so far is taken back.
+    head.TakeBack();
+    PutBack(before_);
+  };
+  try {
+    lastFailed_ = !RunStatements(
+        context_.prompts, [&](Statements& run) { ReplaceData(run, head, readData, index); }, takeBack);
+  } catch (...) {
+    takeBack();  // the application ends under the question: what is written on the way out is whole
+    throw;
+  }
   changed_ = changed_ || !lastFailed_;
   return !lastFailed_;
 }

@@ -1,4 +1,8 @@
+#include <cstdint>
+#include <limits>
+
 #include "GenWriteFixture.h"
+#include "support/PlainPorts.h"
 
 namespace kelvane {
 namespace {
@@ -114,6 +118,28 @@ TEST_F(SoundWriteTest, TheLastSoundOfItsTableCountsAsLong) {
   EXPECT_TRUE(Replace(5, Stereo(after.left2, after.right2)));
   EXPECT_TRUE(Content() == Build(after).bytes);
   ExpectRecordsAreTheFiles();
+}
+
+TEST_F(SoundWriteTest, AReplacementThatTheApplicationEndsUnderLeavesFileAndRecords) {
+  BuiltRco before = Build({});
+  // A channel's offset that can't move: the failure comes when the fields of all records are patched already.
+  WriteI32(before.bytes, before.layout.vags[2].entry + 56, std::numeric_limits<std::int32_t>::max());
+  Open(before.bytes);
+  const auto records = document.genRsc;
+  const auto areas = document.dataAreas;
+  struct ApplicationEnds {};
+  int asked = 0;
+  test::AnsweringPrompts ending([&](const Message&) -> Answer {
+    ++asked;
+    throw ApplicationEnds();
+  });
+  SetSound(1, Filled(400, 1), {});
+  EXPECT_THROW(ReplaceGenRscData(folder.Write("new.dat", Filled(400, 1)), 3, {mod, document, ending, watch}),
+               ApplicationEnds);
+  EXPECT_EQ(asked, 1);
+  EXPECT_TRUE(Content() == before.bytes);
+  EXPECT_TRUE(document.genRsc == records);
+  EXPECT_EQ(document.dataAreas, areas);
 }
 
 }  // namespace

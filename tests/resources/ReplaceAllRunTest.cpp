@@ -1,11 +1,14 @@
 // A run of cmdReplaceAll as a whole: names of files, failures, and when the open file is read and written.
+#include <cstdint>
 #include <functional>
+#include <limits>
 
 #include "resources/Extraction.h"
 #include "resources/ReplaceAllFixture.h"
 #include "resources/TestPicture.h"
 #include "support/Failures.h"
 #include "support/PlainBmp.h"
+#include "support/PlainPorts.h"
 
 namespace kelvane {
 namespace {
@@ -228,6 +231,28 @@ TEST_F(ReplaceAllRunTest, WhereTheLastReplacementIsGivenUpTheWatcherStaysStopped
   EXPECT_TRUE(Content() == built.bytes);
   EXPECT_FALSE(watch.Running());
   EXPECT_TRUE(ReadWholeFile(Backup()) == built.bytes);
+}
+
+TEST_F(ReplaceAllRunTest, WhereTheApplicationEndsUnderAQuestionTheFileHoldsWhatWasReplacedBeforeIt) {
+  // The stereo sound's second place for its offset can't move, which shows when other fields are patched already.
+  const std::int32_t stuck = built.layout.vags[1].entry + 56;
+  WriteI32(built.bytes, stuck, std::numeric_limits<std::int32_t>::max());
+  WriteWholeFile(mod.cCurFile, built.bytes);
+  out.Write("png.png", SomeBytes(50));
+  out.Write("mono.vag", SomeBytes(60));
+  out.Write("model.dat", SomeBytes(70));
+  struct ApplicationEnds {};
+  FolderPrompts ending(out.Path(), [](const Message&) -> Answer { throw ApplicationEnds(); });
+  EXPECT_THROW(CmdReplaceAll(
+                   {.write = {mod, document, ending, watch}, .progress = progress, .refresh = [this] { ++refreshed; }}),
+               ApplicationEnds);
+  screen.images[kPng].data = SomeBytes(50);
+  Bytes expected = screen.Built();
+  WriteI32(expected, stuck, std::numeric_limits<std::int32_t>::max());
+  EXPECT_TRUE(Content() == expected);
+  ExpectRecordsAreTheFiles();
+  EXPECT_EQ(refreshed, 0);
+  EXPECT_EQ(program.Names(), Names());
 }
 
 TEST_F(ReplaceAllRunTest, WhereTheFileCannotBeWrittenTheQuestionComesOnceAndNothingIsReplaced) {
