@@ -2,6 +2,7 @@
 #include <filesystem>
 
 #include "cli/CliFixture.h"
+#include "container/RcoFormat.h"
 #include "support/Deflate.h"
 #include "support/GimBuilder.h"
 #include "support/PlainBmp.h"
@@ -178,9 +179,26 @@ TEST_F(ReplaceCommandsTest, WithoutASourceNothingIsDoneAndTheStatusIs1) {
   for (const char* row : {"0", "1", "4"}) {
     const test::CliResult result = Run({"replace", path, row, ""});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.out + result.err, "");
   }
+  // A sound's dialog is left with OK.
+  const test::CliResult result = Run({"replace", path, "3", ""});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err, "warning: 左声道的VAG文件不存在！\n");
   ExpectUnchanged();
+}
+
+TEST_F(ReplaceCommandsTest, AnImageOfAnUnknownFormatHasNoDialogWhichCountsAsCancelled) {
+  test::RcoBuilder builder;
+  builder.AddImage({.label = "odd", .format = 6, .data = Bytes(4)});
+  builder.AddImage({.label = "png", .format = 0, .data = Bytes(4)});
+  const Bytes odd = builder.Build().bytes;
+  path = File("odd.rco", odd);
+  const test::CliResult result = Run({"replace", path, "0", File("new.png", Bytes(5))});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.out + result.err, "");
+  EXPECT_EQ(ReadWholeFile(path), odd);
+  EXPECT_FALSE(FileExists(path + ".bak"));
 }
 
 TEST_F(ReplaceCommandsTest, ARowThatIsNotThereIsRefusedAndNoNumberIsWrongUsage) {
@@ -198,6 +216,26 @@ TEST_F(ReplaceCommandsTest, AFailureWithoutAHandlerEndsWith3) {
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.err, "Run-time error '6': Overflow\n");
   ExpectFile();
+}
+
+TEST_F(ReplaceCommandsTest, AFailureOfTheReplacementIsAQuestionAndEndsWith1WhateverIsAnswered) {
+  // The first image is said to lie at the start of the file, so that nothing stands in front of it.
+  Bytes wrong = Built();
+  const std::int32_t imageArea = ReadI32(wrong, rco::kDataAreaLongsAt);
+  const std::int32_t entry = ReadI32(wrong, rco::hdrImageRoot) + rco::kEntryHeadSize;
+  ASSERT_EQ(ReadI32(wrong, entry + 48), 0);
+  WriteI32(wrong, entry + 48, -imageArea);
+  const std::string source = File("new.png", Bytes(33, 7));
+  const std::string question = "error: 发生了未知错误！\nSubscript out of range (Code: 9)\n\n继续";
+  path = File("a.rco", wrong);
+  test::CliResult result = Run({"replace", path, "0", source});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err, question + " [no]\n");
+  EXPECT_TRUE(ReadWholeFile(path) == wrong);
+  EXPECT_TRUE(ReadWholeFile(path + ".bak") == wrong);
+  result = Run({"--yes", "replace", path, "0", source});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err.substr(0, question.size() + 7), question + " [yes]\n");
 }
 
 // replace-all.
@@ -287,6 +325,29 @@ TEST_F(ReplaceCommandsTest, AddTellsWhatItRefuses) {
     EXPECT_EQ(result.err, row.err);
   }
   ExpectUnchanged();
+}
+
+TEST_F(ReplaceCommandsTest, AddOfAGimTooShortToBeCompressedFailsInTheInsert) {
+  const test::CliResult result = Run({"add", path, File("n.gim", Bytes(9)), "--at", "2", "--label", "n"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.out, "");
+  EXPECT_EQ(result.err, "error: 发生了未知错误！\nFile not found (Code: 53)\n\n继续 [no]\n");
+  EXPECT_TRUE(FileExists(path + ".bak"));
+}
+
+TEST_F(ReplaceCommandsTest, AddToAFileWithoutResourcesIsRefusedAtEveryPlace) {
+  const Bytes none = test::RcoBuilder().Build().bytes;
+  path = File("none.rco", none);
+  const std::string source = File("n.gim", Bytes(100));
+  const std::string outside = "warning: 无效坐标\n";
+  const std::string border =
+      "info: Sorry, I'm too lazy to implement border checking, so you cannot add a resource at this location T_T.\n";
+  for (const auto& [at, err] : {std::pair{"-1", outside}, {"0", border}, {"1", outside}}) {
+    const test::CliResult result = Run({"add", path, source, "--at", at, "--label", "n"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, err);
+  }
+  EXPECT_EQ(ReadWholeFile(path), none);
 }
 
 TEST_F(ReplaceCommandsTest, AddNeedsItsPlaceAndItsLabel) {
