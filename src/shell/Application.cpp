@@ -24,7 +24,8 @@ QFont FormFont(const QFont& system) {
   return font;
 }
 
-// Quiet buttons: those of the toolkit's dialogs bear no icons, as those of ours don't.
+// Quiet buttons: those of the toolkit's dialogs bear no icons, as those of ours don't. And message boxes whose icons
+// are crisp at every scale.
 class FormStyle : public QProxyStyle {
  public:
   FormStyle() : QProxyStyle("Fusion") {}
@@ -32,6 +33,21 @@ class FormStyle : public QProxyStyle {
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* returned) const override {
     return hint == SH_DialogButtonBox_ButtonsHaveIcons ? 0 : QProxyStyle::styleHint(hint, option, widget, returned);
+  }
+
+  QIcon standardIcon(StandardPixmap pixmap, const QStyleOption* option, const QWidget* widget) const override {
+    switch (pixmap) {
+      case SP_MessageBoxInformation:
+        return DrawnIcon(Drawing::RandomInfo);
+      case SP_MessageBoxWarning:
+        return DrawnIcon(Drawing::Warning);
+      case SP_MessageBoxCritical:
+        return DrawnIcon(Drawing::Critical);
+      case SP_MessageBoxQuestion:
+        return DrawnIcon(Drawing::Question);
+      default:
+        return QProxyStyle::standardIcon(pixmap, option, widget);
+    }
   }
 };
 

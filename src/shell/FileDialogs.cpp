@@ -44,12 +44,25 @@ void DressUp(QFileDialog& box) {
   }
 }
 
+// Without the blanks around it. Other white space belongs to a name.
+QString Trimmed(const QString& path) {
+  qsizetype first = 0;
+  qsizetype last = path.size();
+  while (first < last && path[first] == ' ') {
+    ++first;
+  }
+  while (last > first && path[last - 1] == ' ') {
+    --last;
+  }
+  return path.mid(first, last - first);
+}
+
 // Empty where nothing was chosen, or more than `longest` characters.
 QString ChosenPath(QFileDialog& box, qsizetype longest) {
   if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) {
     return {};
   }
-  const QString path = box.selectedFiles().constFirst().trimmed();
+  const QString path = Trimmed(box.selectedFiles().constFirst());
   return path.size() > longest ? QString() : path;
 }
 

@@ -24,6 +24,7 @@ void GeneralTab::AddDisplay(QWidget* container) {
   lblPreviewFail_ = AddLabel(picPreview_, "lblPreviewFail", "Invalid Icon");
   lblPreviewFail_->setAlignment(Qt::AlignCenter);
   lblPreviewFail_->setAttribute(Qt::WA_TransparentForMouseEvents);
+  StandOut();
   chkRes_ = AddCheckBox(container, "chkRes", "Check1");
   lblDim_ = AddLabel(container, "lblDim");
   AddLabel(container, "lblGenComprDes", "压缩状况:");
@@ -80,7 +81,14 @@ void GeneralTab::OpenPreview() {
 void GeneralTab::TakeColour(const QColor& colour) {
   picPreview_->SetBackground(colour);
   preview_->SetBackground(colour);
+  StandOut();
   Redraw();
+}
+
+void GeneralTab::StandOut() {
+  QPalette palette = lblPreviewFail_->palette();
+  palette.setColor(QPalette::WindowText, qGray(picPreview_->Background().rgb()) < 128 ? Qt::white : Qt::black);
+  lblPreviewFail_->setPalette(palette);
 }
 
 void GeneralTab::Redraw() {

@@ -25,6 +25,8 @@ class GeneralTab : public TabPage {
   void AddResource();
   void OpenPreview();
   void TakeColour(const QColor& colour);
+  // Lets the notice be read on the background that the user chose.
+  void StandOut();
   // Draws the selected resource anew.
   void Redraw();
 

@@ -17,6 +17,7 @@ const QColor kBlue(74, 134, 207);
 const QColor kGreen(92, 160, 92);
 const QColor kAmber(240, 190, 96);
 const QColor kAmberInk(158, 112, 36);
+const QColor kRed(206, 78, 72);
 
 QPen Line(const QColor& colour, double width = 1) {
   return {colour, width, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin};
@@ -101,10 +102,14 @@ void DrawOptions(QPainter& painter) {
   }
 }
 
-void DrawRandomInfo(QPainter& painter) {
-  painter.setPen(Line(kBlue.darker(130)));
-  painter.setBrush(kBlue);
+void DrawDisc(QPainter& painter, const QColor& colour) {
+  painter.setPen(Line(colour.darker(130)));
+  painter.setBrush(colour);
   painter.drawEllipse(QRectF(1.5, 1.5, 13, 13));
+}
+
+void DrawRandomInfo(QPainter& painter) {
+  DrawDisc(painter, kBlue);
   painter.setPen(Qt::NoPen);
   painter.setBrush(kPaper);
   painter.drawEllipse(QRectF(7, 3.5, 2, 2));
@@ -156,6 +161,38 @@ void DrawProgram(QPainter& painter) {
   painter.drawRect(QRectF(4, 10, 5, 2));
 }
 
+// A triangle with an exclamation mark.
+void DrawWarning(QPainter& painter) {
+  painter.setPen(RoundLine(kAmberInk, 1));
+  painter.setBrush(kAmber);
+  painter.drawPolygon(QPolygonF({{8, 1.5}, {15, 14.5}, {1, 14.5}}));
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(kInk.darker(150));
+  painter.drawPolygon(QPolygonF({{7, 5.5}, {9, 5.5}, {8.6, 10.5}, {7.4, 10.5}}));
+  painter.drawEllipse(QRectF(7.1, 11.3, 1.8, 1.8));
+}
+
+void DrawCritical(QPainter& painter) {
+  DrawDisc(painter, kRed);
+  painter.setPen(RoundLine(kPaper, 1.8));
+  painter.drawLine(QPointF(5.5, 5.5), QPointF(10.5, 10.5));
+  painter.drawLine(QPointF(10.5, 5.5), QPointF(5.5, 10.5));
+}
+
+void DrawQuestion(QPainter& painter) {
+  DrawDisc(painter, kBlue);
+  QPainterPath hook;
+  hook.moveTo(5.9, 6.3);
+  hook.cubicTo({5.9, 3}, {10.4, 3.2}, {10.2, 6.2});
+  hook.cubicTo({10.1, 7.8}, {8, 7.7}, {8, 9.6});
+  painter.setPen(RoundLine(kPaper, 1.6));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawPath(hook);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(kPaper);
+  painter.drawEllipse(QRectF(7.1, 11.1, 1.8, 1.8));
+}
+
 void Draw(QPainter& painter, Drawing drawing) {
   switch (drawing) {
     case Drawing::GeneralTab:
@@ -180,6 +217,12 @@ void Draw(QPainter& painter, Drawing drawing) {
       return DrawListArrow(painter, false);
     case Drawing::Program:
       return DrawProgram(painter);
+    case Drawing::Warning:
+      return DrawWarning(painter);
+    case Drawing::Critical:
+      return DrawCritical(painter);
+    case Drawing::Question:
+      return DrawQuestion(painter);
   }
 }
 

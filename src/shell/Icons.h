@@ -17,6 +17,9 @@ enum class Drawing {
   ExportList,
   ImportList,
   Program,
+  Warning,
+  Critical,
+  Question,
 };
 
 // Its disabled look is GreyCopy of its normal one.

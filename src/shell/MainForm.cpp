@@ -67,7 +67,7 @@ void MainForm::AddFrame() {
   QLabel* website = AddLabel(this, "lblWebsite", "Kelvane Editor " KELVANE_VERSION);
   website->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   QPalette quiet = website->palette();
-  quiet.setColor(QPalette::WindowText, quiet.color(QPalette::Dark));
+  quiet.setColor(QPalette::WindowText, quiet.color(QPalette::PlaceholderText));
   website->setPalette(quiet);
 
   auto* border = new QFrame(this);
@@ -160,8 +160,9 @@ void MainForm::Refresh() {
 
 void MainForm::LayOut() {
   const bool positionShown = editor_.Document().entries.picPagePosVisible;
-  for (const auto& [name, place] :
-       LayOutForm(width() * kTwipsPerPixel, height() * kTwipsPerPixel, positionShown, editor_.State().cExpert)) {
+  // A desktop that disregards the smallest size cuts the form off; it doesn't squeeze it.
+  const QSize form = size().expandedTo(minimumSize()) * kTwipsPerPixel;
+  for (const auto& [name, place] : LayOutForm(form.width(), form.height(), positionShown, editor_.State().cExpert)) {
     controls_.value(QString::fromStdString(name))
         ->setGeometry(PixelsOf(place.left), PixelsOf(place.top), PixelsOf(place.width), PixelsOf(place.height));
   }

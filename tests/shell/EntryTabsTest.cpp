@@ -1,7 +1,10 @@
 // The pages' and the animations' tab, with real keys and clicks.
+#include <QLabel>
 #include <QLineEdit>
 #include <QTimer>
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <tuple>
 
 #include "common/Bytes.h"
 #include "common/Files.h"
@@ -46,6 +49,50 @@ class EntryTabsTest : public WindowFixture {
   BuiltRco built;
   std::filesystem::path path;
 };
+
+TEST_F(EntryTabsTest, CaptionsOfThePositionBlockStandBesideTheirBoxes) {
+  struct Line {
+    const char* label;
+    const char* caption;
+    std::vector<std::tuple<const char*, const char*, int>> letters;  // each with its box
+  };
+  const Line lines[] = {{"lblPagePosDes", "坐    标:", {{"lblPagePosX", "X:", 0}, {"lblPagePosY", "Y:", 1}}},
+                        {"lblPageScaleObj", "对象比例:", {{nullptr, nullptr, 2}}},
+                        {"lblPageChannel", "RGB颜色/Alpha透明通道:", {}},
+                        {nullptr, nullptr, {{"lblPageChannelR", "R:", 3}, {"lblPageChannelG", "G:", 4}}},
+                        {nullptr, nullptr, {{"lblPageChannelB", "B:", 5}, {"lblPageChannelA", "A:", 6}}},
+                        {"lblPageDim", "分辨率:", {{"lblPageDimW", "W:", 7}, {"lblPageDimH", "H:", 8}}},
+                        {"lblPageUnknown", "未知数值:", {{nullptr, nullptr, 9}}},
+                        {"lblPageStretch", "拉伸:", {{"lblPageStretchW", "W:", 10}, {"lblPageStretchH", "H:", 11}}},
+                        {"lblPageScale", "原始比例:", {{nullptr, nullptr, 12}}}};
+  Open(2);
+  ClickRow("lstPage", 1);
+  int bottom = 0;
+  for (const Line& line : lines) {
+    int right = 0;
+    int lowest = bottom;
+    const auto expectNext = [&](const QWidget* control) {
+      EXPECT_GE(control->x(), right) << control->objectName().toStdString();
+      EXPECT_GE(control->y(), bottom) << control->objectName().toStdString();
+      right = control->geometry().right();
+      lowest = std::max(lowest, control->geometry().bottom());
+    };
+    const auto expectCaption = [&](const char* name, const char* caption) {
+      if (name != nullptr) {
+        const auto* label = Find<QLabel>(name);
+        EXPECT_EQ(label->text(), caption);
+        EXPECT_GE(label->width(), label->sizeHint().width()) << name << " is cut off";
+        expectNext(label);
+      }
+    };
+    expectCaption(line.label, line.caption);
+    for (const auto& [name, letter, box] : line.letters) {
+      expectCaption(name, letter);
+      expectNext(Box(box));
+    }
+    bottom = lowest;
+  }
+}
 
 TEST_F(EntryTabsTest, NothingIsEnabledWithoutASelection) {
   Open(2);

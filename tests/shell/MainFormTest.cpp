@@ -63,23 +63,6 @@ TEST_F(MainFormTest, CaptionsStandAsTold) {
       {"lblGenOffsetDataDes", "Data at:"},
       {"lblTextLangDes", "语    言:"},
       {"lblTextTip", "提示:使用Shift+Enter或者Ctrl+Enter可以换行"},
-      {"lblPagePosDes", "坐    标:"},
-      {"lblPagePosX", "X:"},
-      {"lblPagePosY", "Y:"},
-      {"lblPageScaleObj", "对象比例:"},
-      {"lblPageChannel", "RGB颜色/Alpha透明通道:"},
-      {"lblPageChannelR", "R:"},
-      {"lblPageChannelG", "G:"},
-      {"lblPageChannelB", "B:"},
-      {"lblPageChannelA", "A:"},
-      {"lblPageDim", "分辨率:"},
-      {"lblPageDimW", "W:"},
-      {"lblPageDimH", "H:"},
-      {"lblPageUnknown", "未知数值:"},
-      {"lblPageStretch", "拉伸:"},
-      {"lblPageStretchW", "W:"},
-      {"lblPageStretchH", "H:"},
-      {"lblPageScale", "原始比例:"},
   };
   for (const auto& [name, caption] : labels) {
     EXPECT_EQ(Find<QLabel>(name)->text(), caption);
@@ -235,6 +218,15 @@ TEST_F(MainFormTest, ResizeTo100By100TwipsStaysAt7815By7020) {
   Start();
   form.resize(7, 7);
   EXPECT_EQ(form.size(), QSize(521, 468));
+}
+
+TEST_F(MainFormTest, DesktopThatDisregardsTheSmallestSizeCutsTheFormOff) {
+  Start();
+  form.windowHandle()->resize(100, 90);
+  QTest::qWait(1);
+  ASSERT_EQ(form.size(), QSize(100, 90));
+  EXPECT_EQ(Find("lst")->size(), QSize(339, 359)) << "(7815 - 2730) / 15 by (7020 - 1640) / 15";
+  EXPECT_EQ(Find("shpBorder")->size(), QSize(491, 371)) << "(7815 - 450) / 15 by (7020 - 1455) / 15";
 }
 
 TEST_F(MainFormTest, SmallestSizeHoldsInNormalStateOnly) {

@@ -96,6 +96,18 @@ TEST_F(PreviewWindowTest, RightButtonChoosesTheBackgroundOfBoth) {
   EXPECT_EQ(Halves(*Large()), std::pair(blue, kRed));
 }
 
+TEST_F(PreviewWindowTest, NoticeStandsOutFromEveryBackground) {
+  Start(path.string());
+  ClickRow("lst", 1);
+  OpenLarge();
+  const auto ink = [this] { return Find("lblPreviewFail")->palette().color(QPalette::WindowText); };
+  EXPECT_EQ(ink(), QColor(Qt::black));
+  Choose(Qt::white, QColor(20, 20, 60));
+  EXPECT_EQ(ink(), QColor(Qt::white));
+  Choose(QColor(20, 20, 60), QColor(240, 230, 90));
+  EXPECT_EQ(ink(), QColor(Qt::black));
+}
+
 TEST_F(PreviewWindowTest, OtherButtonsDoNothing) {
   Start(path.string());
   ClickRow("lst", 0);

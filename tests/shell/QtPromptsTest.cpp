@@ -7,7 +7,9 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStyle>
 #include <QTest>
+#include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
 
@@ -56,6 +58,19 @@ TEST_F(QtPromptsTest, EachIconHasItsBox) {
       box.accept();
     });
     prompts.ShowMessage({.text = "text", .icon = icon});
+  }
+}
+
+TEST_F(QtPromptsTest, MessageIconsLookApartAndAreDrawnAtTheScreensScale) {
+  std::vector<QImage> seen;
+  for (const auto icon : {QStyle::SP_MessageBoxInformation, QStyle::SP_MessageBoxWarning, QStyle::SP_MessageBoxCritical,
+                          QStyle::SP_MessageBoxQuestion}) {
+    const QImage doubled = QApplication::style()->standardIcon(icon).pixmap(QSize(32, 32), 2.0).toImage();
+    EXPECT_EQ(doubled.size(), QSize(64, 64));
+    EXPECT_EQ(qAlpha(doubled.pixel(0, 0)), 0) << "the corner is free";
+    EXPECT_EQ(qAlpha(doubled.pixel(32, 40)), 255);
+    EXPECT_EQ(std::count(seen.begin(), seen.end(), doubled), 0);
+    seen.push_back(doubled);
   }
 }
 
@@ -154,6 +169,15 @@ TEST_F(QtPromptsTest, SaveDialogAddsTheDefaultExtension) {
   save.initialDir = folder.Path();
   InDialog<QFileDialog>([](QFileDialog& dialog) { AcceptName(dialog, "out"); });
   EXPECT_EQ(prompts.ShowFileDialog(save).path, folder / "out.bmp");
+}
+
+TEST_F(QtPromptsTest, ChosenPathLosesItsBlanksButNoOtherSpace) {
+  FileDialog save = kSave;
+  save.initialDir = folder.Path();
+  for (const auto& [typed, taken] : {std::pair{"out.b  ", "out.b"}, {"out.b\u3000", "out.b\u3000"}}) {
+    InDialog<QFileDialog>([typed = typed](QFileDialog& dialog) { AcceptName(dialog, typed); });
+    EXPECT_EQ(prompts.ShowFileDialog(save).path, folder / taken);
+  }
 }
 
 TEST_F(QtPromptsTest, SaveDialogAsksBeforeItOverwrites) {
