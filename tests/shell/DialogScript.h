@@ -84,10 +84,10 @@ class DialogScript {
   QElapsedTimer since_;
 };
 
-// Controls of a dialog, as the user meets them.
+// A control of a window by its name.
 template <class Control>
-Control* In(QWidget& dialog, const char* name) {
-  auto* control = dialog.findChild<Control*>(name);
+Control* In(QWidget& window, const char* name) {
+  auto* control = window.findChild<Control*>(name);
   EXPECT_NE(control, nullptr) << name;
   return control;
 }

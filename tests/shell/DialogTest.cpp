@@ -33,19 +33,12 @@ void Show(QDialog& dialog) {
   QTest::qWait(1);
 }
 
-template <class Control>
-Control* Find(QDialog& dialog, const char* name) {
-  auto* control = dialog.findChild<Control*>(name);
-  EXPECT_NE(control, nullptr) << name;
-  return control;
-}
-
 void Type(QDialog& dialog, const char* box, const QString& text) {
-  QTest::keyClicks(Find<QLineEdit>(dialog, box), text);
+  QTest::keyClicks(In<QLineEdit>(dialog, box), text);
 }
 
 void Click(QDialog& dialog, const char* button) {
-  QTest::mouseClick(Find<QPushButton>(dialog, button), Qt::LeftButton);
+  QTest::mouseClick(In<QPushButton>(dialog, button), Qt::LeftButton);
 }
 
 using Captions = std::vector<std::pair<const char*, const char*>>;
@@ -53,7 +46,7 @@ using Captions = std::vector<std::pair<const char*, const char*>>;
 void ExpectCaptions(QDialog& dialog, const char* title, const Captions& labels) {
   EXPECT_EQ(dialog.windowTitle(), title);
   for (const auto& [name, caption] : labels) {
-    EXPECT_EQ(Find<QLabel>(dialog, name)->text(), caption);
+    EXPECT_EQ(In<QLabel>(dialog, name)->text(), caption);
   }
 }
 
@@ -66,7 +59,7 @@ TEST(FrmAddText, ShowsItsCaptionsAndWhatItStartsWith) {
                   {"lblPosDes", "&坐    标:"},
                   {"lblPosInfo", "(0 to 120)"},
                   {"lblWarn", kWarning}});
-  EXPECT_EQ(Find<QLineEdit>(dialog, "txtPos")->text(), "7");
+  EXPECT_EQ(In<QLineEdit>(dialog, "txtPos")->text(), "7");
 }
 
 TEST(FrmAddText, StaysOpenWithWhatWasTypedUntilOkIsAccepted) {
@@ -80,9 +73,9 @@ TEST(FrmAddText, StaysOpenWithWhatWasTypedUntilOkIsAccepted) {
   Type(dialog, "txtPos", "3");
   Click(dialog, "cmdOK");
   EXPECT_TRUE(dialog.isVisible());
-  EXPECT_EQ(Find<QLineEdit>(dialog, "txtLabel")->text(), "msg_new");
+  EXPECT_EQ(In<QLineEdit>(dialog, "txtLabel")->text(), "msg_new");
   Type(dialog, "txtPos", "4");
-  QTest::keyClick(Find<QLineEdit>(dialog, "txtPos"), Qt::Key_Return);  // OK is the default button
+  QTest::keyClick(In<QLineEdit>(dialog, "txtPos"), Qt::Key_Return);  // OK is the default button
   EXPECT_FALSE(dialog.isVisible());
   EXPECT_EQ(asked, (std::vector<std::pair<std::string, std::string>>{{"msg_new", "3"}, {"msg_new", "34"}}));
 }
@@ -104,7 +97,7 @@ TEST(FrmAddText, CancelAndEscAcceptNothing) {
 TEST(FrmAddText, PositionTakesDigitsColonsStopsAndBackspace) {
   frmAddText dialog(nullptr, 120, "", [](const std::string&, const std::string&) { return true; });
   Show(dialog);
-  auto* box = Find<QLineEdit>(dialog, "txtPos");
+  auto* box = In<QLineEdit>(dialog, "txtPos");
   Type(dialog, "txtPos", "1a2-3 +4e,5:6.7/;x8");
   QKeyEvent chinese(QEvent::KeyPress, 0, Qt::NoModifier, "坐");
   QApplication::sendEvent(box, &chinese);
@@ -119,7 +112,7 @@ TEST(FrmAddText, PositionTakesDigitsColonsStopsAndBackspace) {
 
 TEST(FrmAddText, PositionIsNotComposed) {
   frmAddText dialog(nullptr, 120, "", [](const std::string&, const std::string&) { return true; });
-  EXPECT_FALSE(Find<QLineEdit>(dialog, "txtPos")->testAttribute(Qt::WA_InputMethodEnabled));
+  EXPECT_FALSE(In<QLineEdit>(dialog, "txtPos")->testAttribute(Qt::WA_InputMethodEnabled));
 }
 
 TEST(FrmAddGen, ShowsItsCaptionsAndHandsItsFieldsOver) {
@@ -136,7 +129,7 @@ TEST(FrmAddGen, ShowsItsCaptionsAndHandsItsFieldsOver) {
                   {"lblPosInfo", "(0 to 66)"},
                   {"lblLabelDes", "&Label Name:"},
                   {"lblWarn", kWarning}});
-  EXPECT_EQ(Find<QPushButton>(dialog, "cmdFileBrowse")->text(), "...");
+  EXPECT_EQ(In<QPushButton>(dialog, "cmdFileBrowse")->text(), "...");
   Show(dialog);
   Type(dialog, "txtFile", "/pictures/old.gim");
   prompts.ExpectFileDialog({.path = "/pictures/new.gim"}, [](const FileDialog& file) {
@@ -147,10 +140,10 @@ TEST(FrmAddGen, ShowsItsCaptionsAndHandsItsFieldsOver) {
                                                       "*.bmp;*.mig;*.gim;*.vag;*.omg;*.gmo"}}));
   });
   Click(dialog, "cmdFileBrowse");
-  EXPECT_EQ(Find<QLineEdit>(dialog, "txtFile")->text(), "/pictures/new.gim");
+  EXPECT_EQ(In<QLineEdit>(dialog, "txtFile")->text(), "/pictures/new.gim");
   prompts.ExpectFileDialog({});
   Click(dialog, "cmdFileBrowse");
-  EXPECT_EQ(Find<QLineEdit>(dialog, "txtFile")->text(), "/pictures/new.gim") << "cancelled";
+  EXPECT_EQ(In<QLineEdit>(dialog, "txtFile")->text(), "/pictures/new.gim") << "cancelled";
   Type(dialog, "txtLabel", "tex_new");
   Click(dialog, "cmdOK");
   EXPECT_EQ(asked, (std::vector<std::string>{"/pictures/new.gim", "2", "tex_new"}));
@@ -166,7 +159,7 @@ TEST(FrmAddPage, ShowsItsCaptionsAndKinds) {
                   {"lblDepthDes", "&Depth:"},
                   {"lblIDDes", "&ID:"},
                   {"lblWarn", kWarning}});
-  auto* kinds = Find<QComboBox>(dialog, "cboID");
+  auto* kinds = In<QComboBox>(dialog, "cboID");
   EXPECT_EQ(kinds->count(), 25);
   EXPECT_EQ(kinds->itemText(0), "0x901 (page)");
   EXPECT_EQ(kinds->itemText(10), "0x90B <non-existant>");
@@ -184,7 +177,7 @@ TEST(FrmAddPage, HandsOverWhatItsControlsHold) {
   Type(dialog, "txtLabel", "page_new");
   Type(dialog, "txtPos", "5x");
   Type(dialog, "txtDepth", "1x");
-  Find<QComboBox>(dialog, "cboID")->setCurrentIndex(1);
+  In<QComboBox>(dialog, "cboID")->setCurrentIndex(1);
   Click(dialog, "cmdOK");
   ASSERT_EQ(asked.size(), 2U);
   EXPECT_EQ(asked[0].cboID, -1) << "nothing is selected at first";
@@ -198,7 +191,7 @@ class FrmEditValTest : public ::testing::Test {
  protected:
   FrmEditValTest() {
     Show(dialog);
-    box = Find<QLineEdit>(dialog, "txt");
+    box = In<QLineEdit>(dialog, "txt");
     box->setFocus();
   }
   void Press(Qt::Key key) { QTest::keyClick(box, key); }
@@ -338,7 +331,7 @@ TEST(FrmEditList, OkAndDoubleClickGiveTheSelectedRow) {
   EXPECT_EQ(dialog.windowTitle(), "Change Value (list)");
   Show(dialog);
   EXPECT_EQ(dialog.Row(), 1);
-  auto* list = Find<ListBox>(dialog, "lst");
+  auto* list = In<ListBox>(dialog, "lst");
   QTest::keyClick(list, Qt::Key_Down);
   Click(dialog, "cmdOK");
   EXPECT_EQ(dialog.result(), QDialog::Accepted);
@@ -377,17 +370,17 @@ TEST(FrmOther, ShowsFourListsAndDisablesTheTablesThatAreNotThere) {
                   {"lblNativeDes", "\"native:/\" Data"}});
   Show(dialog);
   const auto row = [&](const char* list, int at) {
-    return Find<ListBox>(dialog, list)->model()->index(at, 0).data().toString();
+    return In<ListBox>(dialog, list)->model()->index(at, 0).data().toString();
   };
   EXPECT_EQ(row("lstPage", 0), "page_main");
   EXPECT_EQ(row("lstPage", 1), " --- BLANK --- ");
   EXPECT_EQ(row("lstLabel", 0), "msg_ok");
   EXPECT_EQ(row("lstNative", 0), "native:/fn");
-  EXPECT_TRUE(Find<ListBox>(dialog, "lstPage")->isEnabled());
-  EXPECT_TRUE(Find<QLabel>(dialog, "lblPageDes")->isEnabled());
-  EXPECT_FALSE(Find<ListBox>(dialog, "lstAnim")->isEnabled());
-  EXPECT_FALSE(Find<QLabel>(dialog, "lblAnimDes")->isEnabled());
-  EXPECT_EQ(Find<ListBox>(dialog, "lstAnim")->model()->rowCount(), 0);
+  EXPECT_TRUE(In<ListBox>(dialog, "lstPage")->isEnabled());
+  EXPECT_TRUE(In<QLabel>(dialog, "lblPageDes")->isEnabled());
+  EXPECT_FALSE(In<ListBox>(dialog, "lstAnim")->isEnabled());
+  EXPECT_FALSE(In<QLabel>(dialog, "lblAnimDes")->isEnabled());
+  EXPECT_EQ(In<ListBox>(dialog, "lstAnim")->model()->rowCount(), 0);
   Click(dialog, "cmdClose");
   EXPECT_FALSE(dialog.isVisible());
 }

@@ -35,9 +35,7 @@ class WindowFixture : public ::testing::Test {
 
   template <class Control = QWidget>
   Control* Find(const char* name) {
-    auto* control = form.findChild<Control*>(name);
-    EXPECT_NE(control, nullptr) << name;
-    return control;
+    return In<Control>(form, name);
   }
 
   // In expert mode, on a file or on none.

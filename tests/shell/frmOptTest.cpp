@@ -20,9 +20,7 @@ class FrmOptTest : public ::testing::Test {
   }
   template <class Control>
   Control* Find(const char* name) {
-    auto* control = dialog->findChild<Control*>(name);
-    EXPECT_NE(control, nullptr) << name;
-    return control;
+    return In<Control>(*dialog, name);
   }
   void Click(const char* name) { Find<QAbstractButton>(name)->click(); }
   std::string Written() {

@@ -28,9 +28,7 @@ class FrmVagReplaceTest : public ::testing::Test {
   }
   template <class Control>
   Control* Find(const char* name) {
-    auto* control = dialog->findChild<Control*>(name);
-    EXPECT_NE(control, nullptr) << name;
-    return control;
+    return In<Control>(*dialog, name);
   }
   void Click(const char* name) { QTest::mouseClick(Find<QPushButton>(name), Qt::LeftButton); }
   void ExpectRightEnabled(bool enabled) {
