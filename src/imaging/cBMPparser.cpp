@@ -36,12 +36,20 @@ std::int32_t BytesLeftOver(std::int32_t fileEnd, std::int32_t bitCount, std::int
   }
 }
 
-// `source` holds as many rows as `cHost`, from the top down.
-void CopyTopDown(ByteView source, c32bppDIB& cHost) {
+// One block copy. One that would begin before the stream is passed over, and its pixels stay zero.
+void CopyPixels(ByteView inStream, std::int64_t from, std::span<std::uint8_t> target) {
+  if (from >= 0) {
+    std::memcpy(target.data(), inStream.data() + from, target.size());
+  }
+}
+
+// `inStream` reaches as far as the pixels that begin at `bitsOffset`, which may lie before it.
+void CopyTopDown(ByteView inStream, std::int32_t bitsOffset, c32bppDIB& cHost) {
   const auto rowBytes = static_cast<std::size_t>(cHost.ScanWidth());
-  const auto height = static_cast<std::size_t>(cHost.Height());
-  for (std::size_t y = 0; y < height; ++y) {
-    std::memcpy(cHost.BitsPointer() + y * rowBytes, source.data() + (height - y - 1) * rowBytes, rowBytes);
+  const std::int32_t height = cHost.Height();
+  for (std::int32_t y = 0; y < height; ++y) {
+    CopyPixels(inStream, bitsOffset + std::int64_t{cHost.ScanWidth()} * (height - y - 1),
+               cHost.Pixels().subspan(static_cast<std::size_t>(y) * rowBytes, rowBytes));
   }
 }
 
@@ -108,11 +116,10 @@ cBMPparser::DirectRoad cBMPparser::LoadDirectly(ByteView inStream, c32bppDIB& cH
   if (!cHost.InitializeDIB(width, height)) {
     return DirectRoad::Closed;
   }
-  const ByteView source = SpanOf(inStream, bitsOffset, static_cast<std::int32_t>(cHost.Pixels().size()));
   if (height < 0) {
-    CopyTopDown(source, cHost);
+    CopyTopDown(inStream, bitsOffset, cHost);
   } else {
-    std::ranges::copy(source, cHost.BitsPointer());
+    CopyPixels(inStream, bitsOffset, cHost.Pixels());
   }
   const AlphaChannel channel = ClassifyAlphaChannel(cHost.Pixels(), cHost.Width(), cHost.Height(), true);
   cHost.Alpha(channel.hasAlpha, ParserKey());

@@ -22,7 +22,8 @@ struct AlphaChannel {
 class cBMPparser {
  public:
   // Fills `cHost` from `streamLength` bytes of `inStream` from `streamStart` on. The offset of the bits that a direct
-  // read takes from the file counts from the start of `inStream`. False: nothing usable; never throws a RuntimeFailure.
+  // read takes from the file counts from the start of `inStream`, and pixels that would lie before it stay zero. False:
+  // nothing usable; never throws a RuntimeFailure.
   bool LoadStream(ByteView inStream, c32bppDIB& cHost, std::int32_t streamStart, std::int32_t streamLength);
 
   // Paints `stdPic` into `cHost`. False without a picture and where there is no memory for its pixels. Throws what

@@ -175,15 +175,33 @@ TEST(cBMPparser, BytesBehindThePixelsAreIgnored) {
   EXPECT_EQ(PixelsOf(image.Pixels()), (Bytes{1, 2, 3, 0}));
 }
 
-TEST(cBMPparser, ANegativeBitsOffsetIsNoImageAndTheLoaderIsNotTried) {
-  for (const std::int32_t height : {1, -1}) {
+TEST(cBMPparser, ANegativeBitsOffsetIsPassedOverAndThePixelsStayZero) {
+  FakePictures pictures;
+  pictures.picture = std::make_unique<FakePicture>();
+  c32bppDIB image(&pictures);
+  ASSERT_TRUE(Load(image, BuildBmp({.width = 2, .bits = {1, 2, 3, 4, 5, 6, 7, 8}, .bitsOffset = -4})));
+  EXPECT_EQ(PixelsOf(image.Pixels()), Bytes(8));
+  EXPECT_FALSE(image.Alpha());
+  EXPECT_EQ(image.ImageType(), ImageKind::BitmapWithoutAlpha);
+  EXPECT_TRUE(pictures.asked.empty());
+}
+
+TEST(cBMPparser, ANegativeBitsOffsetWhoseDifferenceToTheEndOverflowsGoesToTheLoader) {
+  // 58 bytes less 4 of pixels, less the offset: INT32_MAX, and one more.
+  for (const std::int32_t over : {0, 1}) {
     FakePictures pictures;
-    pictures.picture = std::make_unique<FakePicture>();
     c32bppDIB image(&pictures);
-    EXPECT_FALSE(Load(image, BuildBmp({.height = height, .bits = {1, 2, 3, 0}, .bitsOffset = -4})));
-    EXPECT_NE(image.handle(), nullptr);
-    EXPECT_TRUE(pictures.asked.empty());
+    EXPECT_EQ(Load(image, BuildBmp({.bits = {1, 2, 3, 4}, .bitsOffset = 54 - INT32_MAX - over})), over == 0);
+    EXPECT_EQ(pictures.asked.size(), static_cast<std::size_t>(over));
   }
+}
+
+TEST(cBMPparser, OfATopDownFileOnlyTheRowsBeforeTheStreamArePassedOver) {
+  c32bppDIB image;
+  // The top row would begin 4 bytes before the stream. The second one is its signature and half of its length, 66.
+  ASSERT_TRUE(Load(image, BuildBmp({.height = -3, .bits = Bytes(12), .bitsOffset = -4})));
+  EXPECT_EQ(PixelsOf(image.Pixels()), (Bytes{0, 0, 0, 0, 'B', 'M', 66, 0, 0, 0, 0, 0}));
+  EXPECT_EQ(image.ImageType(), ImageKind::BitmapWithoutAlpha);
 }
 
 TEST(cBMPparser, AFileTooShortToTellItsSizeIsNotHandedToTheLoader) {
