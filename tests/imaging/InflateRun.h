@@ -1,6 +1,7 @@
 // What the tests of the built-in inflate share.
 #pragma once
 
+#include "imaging/GuardedBytes.h"
 #include "imaging/InflateBuffer.h"
 
 namespace kelvane::test {
@@ -13,7 +14,7 @@ inline constexpr InflateOutcome kBadTable = {InflateStatus::BadTable, false};
 
 inline constexpr std::uint8_t kUntouched = 0xEE;
 
-// The outcome, and the destination with what stands in it afterwards.
+// The outcome, and the destination with what stands in it afterwards. No byte behind the source is read.
 struct Inflated {
   InflateOutcome outcome;
   Bytes raw;
@@ -22,7 +23,8 @@ struct Inflated {
 inline Inflated Inflate(ByteView compressed, std::size_t rawLength, bool allow64K = false) {
   Inflated result;
   result.raw.assign(rawLength, kUntouched);
-  result.outcome = InflateBufferOutcome(result.raw, compressed, static_cast<std::int32_t>(rawLength), allow64K);
+  const GuardedBytes source(compressed);
+  result.outcome = InflateBufferOutcome(result.raw, source.View(), static_cast<std::int32_t>(rawLength), allow64K);
   return result;
 }
 

@@ -4,10 +4,13 @@
 #include <gtest/gtest.h>
 
 #include "common/Bytes.h"
+#include "imaging/GuardedBytes.h"
 #include "imaging/PngFilters.h"
 
 namespace kelvane {
 namespace {
+
+using test::GuardedBytes;
 
 constexpr std::int32_t kSteps[] = {1, 2, 3, 4, 6, 8};
 
@@ -20,15 +23,17 @@ Bytes Noise(std::size_t count, std::uint32_t seed) {
   return bytes;
 }
 
-// Undoes a filter of a row of `length` bytes; the rows get the slack that the filters may touch.
+// Undoes a filter of a row of `length` bytes; the rows get the slack that the filters may touch, and not a byte more.
 Bytes Undo(UnfilterRow unfilter, Bytes raw, Bytes above) {
   const std::size_t length = raw.size();
   raw.resize(length + kPngRowSlack, 0x55);
   above.resize(length + kPngRowSlack, 0xAA);
-  Bytes row(length + kPngRowSlack);
-  unfilter(raw.data(), above.data(), row.data(), length);
-  row.resize(length);
-  return row;
+  const GuardedBytes guardedRaw(raw);
+  const GuardedBytes guardedAbove(above);
+  GuardedBytes row(Bytes(length + kPngRowSlack));
+  unfilter(guardedRaw.data(), guardedAbove.data(), row.data(), length);
+  const ByteView undone = row.View().first(length);
+  return Bytes(undone.begin(), undone.end());
 }
 
 int StandardPaeth(int left, int above, int aboveLeft) {
