@@ -1,4 +1,6 @@
-// Changes of a file of 64 MiB beside copying that file with the same flush to disk. The backup is there already.
+// Changes of a file of 64 MiB beside copying that file with the same flush to disk, and the memory that they take. The
+// backup is there already.
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
@@ -8,6 +10,7 @@
 #include <unistd.h>
 
 #include "Figures.h"
+#include "PeakMemory.h"
 #include "common/Files.h"
 #include "container/GenWrite.h"
 #include "editor/OpenRcoFile.h"
@@ -79,6 +82,14 @@ class OpenFile {
     cmdTextChange(mod_, document_, watch_, turn_ == 0 ? u"short" : u"a text that is much longer than the other one");
   }
 
+  void Open() {
+    Mod mod;
+    RcoDocument document;
+    OpenRcoFile(mod_.cCurFile, mod, document, ports_);
+  }
+
+  [[nodiscard]] std::int64_t Length() const { return FileLength(mod_.cCurFile); }
+
   // Reads the file and writes it under another name, as it would be saved: flushed, and renamed over what is there.
   void Copy() {
     const Bytes content = ReadWholeFile(mod_.cCurFile);
@@ -116,6 +127,9 @@ class OpenFile {
 int main(int argc, char** argv) {
   using namespace kelvane::bench;
   OpenFile file;
+  PrintPeakMemory("memory of opening 64 MiB, beside its bytes", file.Length(), [&] { file.Open(); });
+  PrintPeakMemory("memory of replacing one of its resources", file.Length(), [&] { file.Replace(); });
+  PrintPeakMemory("memory of changing one of its texts", file.Length(), [&] { file.ChangeText(); });
   return RunFigures(argc, argv,
                     {{.name = "replacing one of 1,024 resources in 64 MiB",
                       .ours = [&] { file.Replace(); },

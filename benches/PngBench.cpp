@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
@@ -19,6 +20,7 @@
 #include <stdexcept>
 #include <zlib.h>
 
+#include "PeakMemory.h"
 #include "PngPictures.h"
 #include "imaging/InflateBuffer.h"
 #include "imaging/PngPixels.h"
@@ -267,9 +269,19 @@ void Run(int largestSide) {
               ratios[kInflate].worst);
 }
 
+void RunMemory() {
+  constexpr int kSide = 2048;
+  const Bytes png = MakePng({"rgba", PNG_COLOR_TYPE_RGBA, 8, false}, Content::Photo, kSide);
+  PrintPeakMemory("memory of loading 2048x2048, beside the pixels' bytes", std::int64_t{4} * kSide * kSide, [&] {
+    c32bppDIB image;
+    Check(cPNGparser().LoadStream(png, image, 0, static_cast<std::int32_t>(png.size())), "ours");
+  });
+}
+
 }  // namespace
 }  // namespace kelvane::bench
 
 int main(int argc, char** argv) {
   kelvane::bench::Run(argc > 1 ? std::atoi(argv[1]) : 4096);
+  kelvane::bench::RunMemory();
 }

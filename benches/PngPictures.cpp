@@ -31,9 +31,12 @@ class Noise {
 double Surface(double x, double y, double phase) {
   double sum = 0;
   double weight = 0.5;
-  for (double scale = 2; scale < 200; scale *= 2.3, weight *= 0.62) {
+  double scale = 2;
+  for (int wave = 0; wave < 6; ++wave) {
     sum += weight * std::sin(x * scale + phase + 1.7 * std::sin(y * scale * 0.8 + phase * 2)) *
            std::cos(y * scale * 0.9 - phase);
+    scale *= 2.3;
+    weight *= 0.62;
   }
   return 0.5 + sum / 2.2;
 }

@@ -44,14 +44,14 @@ std::vector<Bytes> Seeds() {
   seeds.push_back(Input(400000, ZlibStream(Bytes(400000, 'x'), 9)));
   // Codes of all lengths, so that second tables are used.
   Bytes literals(288);
-  for (std::uint8_t i = 0; i < 14; ++i) {
-    literals[i * 7U] = static_cast<std::uint8_t>(i + 1);
+  for (std::size_t i = 0; i < 14; ++i) {
+    literals[i * 7] = static_cast<std::uint8_t>(i + 1);
   }
   literals[256] = literals[270] = 15;
   const auto codes = CanonicalCodes(literals);
   DeflateBits bits;
   bits.Block(true, 2).DynamicHeader(literals, Bytes{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 15});
-  for (unsigned i = 0; i < 100; ++i) {
+  for (std::size_t i = 0; i < 100; ++i) {
     const auto& [code, length] = codes[i % 14 * 7];
     bits.Code(code, length);
   }
