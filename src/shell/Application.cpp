@@ -28,11 +28,17 @@ QFont FormFont(const QFont& system) {
 // are crisp at every scale.
 class FormStyle : public QProxyStyle {
  public:
+  static constexpr int kMessageIconSize = 32;
+
   FormStyle() : QProxyStyle("Fusion") {}
 
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* returned) const override {
     return hint == SH_DialogButtonBox_ButtonsHaveIcons ? 0 : QProxyStyle::styleHint(hint, option, widget, returned);
+  }
+
+  int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
+    return metric == PM_MessageBoxIconSize ? kMessageIconSize : QProxyStyle::pixelMetric(metric, option, widget);
   }
 
   QIcon standardIcon(StandardPixmap pixmap, const QStyleOption* option, const QWidget* widget) const override {

@@ -55,6 +55,7 @@ TEST_F(QtPromptsTest, EachIconHasItsBox) {
   for (const auto& [icon, expected] : icons) {
     InDialog<QMessageBox>([expected = expected](QMessageBox& box) {
       EXPECT_EQ(box.icon(), expected);
+      EXPECT_EQ(box.iconPixmap().size(), QSize(32, 32));
       box.accept();
     });
     prompts.ShowMessage({.text = "text", .icon = icon});
