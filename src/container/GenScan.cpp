@@ -53,7 +53,7 @@ void ScanEntry(RcoFile& file, RcoDocument& document, int table, GenRsc& record) 
     document.lst.Add(prefix + name);
   }
   // Behind a table's last entry this goes backwards, where nothing is read.
-  file.Skip(std::int64_t{entryLength} - rco::kShortEntrySize);
+  file.Seek(CheckedInt32(file.Position() + entryLength - rco::kShortEntrySize));
 }
 
 }  // namespace

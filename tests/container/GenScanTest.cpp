@@ -233,6 +233,18 @@ TEST_F(GenScanTest, ADistanceThatLeadsBeforeTheFileIsAFailure) {
   EXPECT_EQ(NumberOf([&] { Scan(); }), 5);
 }
 
+TEST_F(GenScanTest, ADistanceThatLeadsBeyond32BitsIsFailure6EvenInTheLastEntryWhoseRecordIsMade) {
+  SetLong(36, 200);
+  SetLong(216, 1);
+  SetEntry(240, 0, 0x7FFFFFFF, 5, 0, 7, 0, 9);
+  EXPECT_EQ(NumberOf([&] { Scan(); }), 6);
+  EXPECT_EQ(document_.genRsc[0], (GenRsc{0, 7, 1, 5, 0, 9, 244, 0}));
+  EXPECT_EQ(document_.lst.Lines(), std::vector<std::string>{"[GIM] aa"});
+  // The farthest place there is: the next entry would begin at 2147483643, and so its label at 2147483647.
+  SetLong(260, 0x7FFFFFFF - 244);
+  EXPECT_TRUE(Scan());
+}
+
 TEST_F(GenScanTest, GetGenDataPosAddsTheAreaOfTheKind) {
   document_.dataAreas = {1000, 0, 2000, 0, 3000, 0};
   document_.genRsc.resize(3);
