@@ -1,10 +1,13 @@
 // The one place that needs more of the system than the standard library has: flushing a file and its folder to disk,
 // and a temporary file whose name nobody else has. POSIX calls.
 
+#include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <fcntl.h>
 #include <string>
+#include <string_view>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -41,12 +44,19 @@ class Descriptor {
   int fd_;
 };
 
+// The pattern of the name of the temporary file: the target's own name, cut where it would become longer than a name
+// may be.
+std::string StagedName(const fs::path& target) {
+  constexpr std::string_view kRandomEnd = ".XXXXXX";
+  std::string name = "." + target.filename().string();
+  name.resize(std::min(name.size(), std::size_t{NAME_MAX} - kRandomEnd.size()));
+  return (target.parent_path() / name.append(kRandomEnd)).string();
+}
+
 // The temporary file of one save: removed unless it was renamed away.
 class StagedFile {
  public:
-  explicit StagedFile(const fs::path& target)
-      : name_((target.parent_path() / ("." + target.filename().string() + ".XXXXXX")).string()),
-        file_(mkstemp(name_.data())) {
+  explicit StagedFile(const fs::path& target) : name_(StagedName(target)), file_(mkstemp(name_.data())) {
     if (file_.Get() < 0) {
       throw FailureFromErrno(errno == ENOENT ? ENOTDIR : errno);
     }

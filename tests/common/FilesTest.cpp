@@ -189,6 +189,17 @@ TEST(SaveStaged, ALinkToItselfIsFailure75) {
   EXPECT_EQ(NumberOf([&] { SaveStaged(folder / "loop", kContent); }), 75);
 }
 
+TEST(SaveStaged, SavesUnderTheLongestNameThatAFileMayHave) {
+  const TempFolder folder;
+  const std::string name(255, 'n');
+  folder.Write(name, kContent);
+  SaveStaged(folder / name, Bytes(5));
+  EXPECT_EQ(ReadWholeFile(folder / name), Bytes(5));
+  EXPECT_EQ(folder.Names(), std::vector<std::string>{name});
+  EXPECT_EQ(NumberOf([&] { SaveStaged(folder / (name + "n"), Bytes(5)); }), 75);
+  EXPECT_EQ(folder.Names(), std::vector<std::string>{name});
+}
+
 TEST(CopyDurably, CopiesContentAndPermissions) {
   const TempFolder folder;
   const fs::path path = folder.Write("a.rco", kContent);
