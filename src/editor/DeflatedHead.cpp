@@ -38,15 +38,26 @@ Bytes PlainHeader(RcoFile& file, std::int32_t shift) {
   return header;
 }
 
-// The plain file. A head that is too long is cut and a short one filled with zeros, so that the tail starts where the
-// header says.
-Bytes PlainFile(const Bytes& headBlock, const Bytes& head, std::int64_t headLength, const Bytes& fileTail) {
-  RequireArraySize(headLength);
+// How many bytes the unpacked block takes in the plain file, so that the tail starts where the header says.
+std::int32_t HeadLength(std::int32_t packedLength, std::int32_t shift) {
+  const std::int32_t length = AddInt32(AddInt32(packedLength, shift), rco::kPackedFieldsSize);
+  RequireArraySize(length);
+  return length;
+}
+
+// The first `length` bytes of the unpacked block, fewer where it is shorter. A small block may unpack to gigabytes:
+// what is cut off isn't read.
+Bytes ReadHead(const std::filesystem::path& unpacked, std::int32_t length) {
+  return ReadFileStart(unpacked, static_cast<std::size_t>(std::min<std::int64_t>(length, FileLength(unpacked))));
+}
+
+// The plain file. A head that is too short is filled with zeros.
+Bytes PlainFile(const Bytes& headBlock, const Bytes& head, std::int32_t headLength, const Bytes& fileTail) {
   const std::size_t headEnd = headBlock.size() + static_cast<std::size_t>(headLength);
   Bytes plain;
   plain.reserve(headEnd + fileTail.size());
   Append(plain, headBlock);
-  Append(plain, ByteView(head).first(std::min(head.size(), headEnd - plain.size())));
+  Append(plain, head);
   plain.resize(headEnd);
   Append(plain, fileTail);
   return plain;
@@ -64,7 +75,7 @@ bool ConvertDeflatedHeader(RcoFile& file, const Mod& mod, Prompts& prompts) {
   RequireArraySize(packedLength);
   RequireArraySize(tailLength);
   file.Seek(rco::kPackedBlockAt);
-  Bytes head = file.ReadBytes(packedLength);
+  const Bytes packedHead = file.ReadBytes(packedLength);
   Bytes fileTail = AllocateBytes(tailLength);
   const Bytes headBlock = PlainHeader(file, shift);
   file.Seek(std::int64_t{rco::kPackedBlockAt} + packedLength);
@@ -74,20 +85,20 @@ bool ConvertDeflatedHeader(RcoFile& file, const Mod& mod, Prompts& prompts) {
   file.Close();
   MakeBackup(path);
 
+  Bytes plain;
   {
     const std::filesystem::path packed = mod.TempPath("temphead.dat");
     const std::filesystem::path unpacked = mod.TempPath("tempheadinf.dat");
     const TempFiles temps({packed, unpacked});
-    WriteWholeFile(packed, head);
+    WriteWholeFile(packed, packedHead);
     if (!DecompressFile(packed, unpacked)) {
       DeleteFile(path);
       Tell(prompts, "解压失败", Icon::Critical);
       return false;
     }
-    head = ReadWholeFile(unpacked);
+    const std::int32_t headLength = HeadLength(packedLength, shift);
+    plain = PlainFile(headBlock, ReadHead(unpacked, headLength), headLength, fileTail);
   }
-
-  Bytes plain = PlainFile(headBlock, head, std::int64_t{packedLength} + shift + rco::kPackedFieldsSize, fileTail);
   file.Open(path);
   file.Assign(std::move(plain));
   file.Flush();

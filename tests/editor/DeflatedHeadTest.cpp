@@ -4,6 +4,7 @@
 #include "common/Files.h"
 #include "editor/DeflatedHead.h"
 #include "editor/EditorFixture.h"
+#include "support/Failures.h"
 #include "support/RcoSeeds.h"
 
 namespace kelvane {
@@ -69,6 +70,14 @@ class DeflatedHeadTest : public test::EditorFixture {
     prompts.Expect(
         {.text = kQuestion, .icon = Icon::Exclamation, .buttons = Buttons::YesNo, .defaultAnswer = Answer::Yes},
         answer);
+  }
+  void ExpectFailureBeforeAnythingIsWritten(const Bytes& deflated, FailureCode failure) {
+    folder.Write("d.rco", deflated);
+    ExpectQuestion(Answer::Yes);
+    prompts.ExpectUnknownFailure(failure, Answer::No);
+    editor.OpenRcoFile(folder / "d.rco");
+    EXPECT_EQ(ReadWholeFile(folder / "d.rco"), deflated);
+    EXPECT_FALSE(FileExists(folder / "d.rco.bak"));
   }
   // The program's folder, where the temporary files lie, must be empty again.
   void ExpectNoTemporaryFiles() const { EXPECT_TRUE(std::filesystem::is_empty(folder / "program")); }
@@ -151,6 +160,18 @@ TEST_F(DeflatedHeadTest, ABlockThatCannotBeUnpackedIsToldAndTheFileIsGoneAndTheB
   EXPECT_EQ(editor.State().cCurFile, folder / "small.rco");
   EXPECT_EQ(editor.Document().lst.Count(), 1);
   ExpectNoTemporaryFiles();
+}
+
+TEST_F(DeflatedHeadTest, ABackupThatExistsIsKeptAlsoWhereTheBlockCannotBeUnpackedAndTheFileIsGone) {
+  Bytes deflated = DeflatedSmall();
+  deflated[178] = 0xFF;  // block type 3
+  folder.Write("d.rco", deflated);
+  folder.Write("d.rco.bak", Bytes{1});
+  ExpectQuestion(Answer::Yes);
+  prompts.ExpectTell("解压失败", Icon::Critical);
+  editor.OpenRcoFile(folder / "d.rco");
+  EXPECT_EQ(folder.Names(), (std::vector<std::string>{"d.rco.bak", "program"}));
+  EXPECT_EQ(ReadWholeFile(folder / "d.rco.bak"), Bytes{1});
 }
 
 TEST_F(DeflatedHeadTest, AResultThatIsTooShortIsFilledWithZeros) {
@@ -243,12 +264,7 @@ TEST_F(DeflatedHeadTest, AnEmptyBlockOrNothingBehindItIsAFailureThatLeavesTheFil
   const std::int32_t allOfTheRest = static_cast<std::int32_t>(deflated.size()) - 176;
   for (const std::int32_t packedLength : {0, -4, allOfTheRest, 100000}) {
     WriteI32(deflated, 164, packedLength);
-    folder.Write("d.rco", deflated);
-    ExpectQuestion(Answer::Yes);
-    prompts.ExpectUnknownFailure(FailureCode::SubscriptOutOfRange, Answer::No);
-    editor.OpenRcoFile(folder / "d.rco");
-    EXPECT_EQ(ReadWholeFile(folder / "d.rco"), deflated);
-    EXPECT_FALSE(FileExists(folder / "d.rco.bak"));
+    ExpectFailureBeforeAnythingIsWritten(deflated, FailureCode::SubscriptOutOfRange);
   }
 }
 
@@ -267,16 +283,61 @@ TEST_F(DeflatedHeadTest, AFailureAnsweredYesGoesOnWithTheFileAsItStands) {
   EXPECT_EQ(ReadWholeFile(folder / "d.rco"), deflated);
 }
 
-TEST_F(DeflatedHeadTest, LengthsAreSubtractedIn32Bits) {
-  // 2147483647 + 5 is too much, though 12 less would not be.
+TEST_F(DeflatedHeadTest, LengthsAndAreasAreWorkedOutIn32BitsBeforeAnythingIsWritten) {
+  struct Row {
+    std::int32_t packedLength;
+    std::int32_t unpackedLength;
+  };
   Bytes deflated = DeflatedSmall();
-  WriteI32(deflated, 164, -5);
-  WriteI32(deflated, 168, 0x7FFFFFFF);
-  folder.Write("d.rco", deflated);
-  ExpectQuestion(Answer::Yes);
-  prompts.ExpectUnknownFailure(FailureCode::Overflow, Answer::No);
-  editor.OpenRcoFile(folder / "d.rco");
-  EXPECT_EQ(ReadWholeFile(folder / "d.rco"), deflated);
+  // 2147483647 + 5 is too much, though 12 less would not be. In the other row the shift is 2147483640 - C - 12, which
+  // takes the area at 176 + C to 2147483804.
+  for (const auto& [packedLength, unpackedLength] : {Row{-5, 0x7FFFFFFF}, Row{ReadI32(deflated, 164), 0x7FFFFFF8}}) {
+    WriteI32(deflated, 164, packedLength);
+    WriteI32(deflated, 168, unpackedLength);
+    ExpectFailureBeforeAnythingIsWritten(deflated, FailureCode::Overflow);
+  }
+}
+
+TEST_F(DeflatedHeadTest, ALengthThatThePlainHeadCannotHaveIsAFailureBehindTheUnpacking) {
+  struct Row {
+    std::int32_t unpackedLength;
+    FailureCode failure;
+  };
+  // C = 32, and no area has to move. The head is to be U long, rounded up: up to 2147483648 for the last one.
+  const std::vector<Row> rows = {{0, FailureCode::SubscriptOutOfRange},
+                                 {-4, FailureCode::SubscriptOutOfRange},
+                                 {0x40000004, FailureCode::OutOfMemory},
+                                 {0x7FFFFFFC, FailureCode::OutOfMemory},
+                                 {0x7FFFFFFF, FailureCode::Overflow}};
+  Bytes packed = Packed(Bytes(39, 'h'), 9);
+  ASSERT_LE(packed.size(), 32U);
+  packed.resize(32);
+  Bytes plain = PlainSmall();
+  WriteI32(plain, rco::hdrImageData, -1);
+  for (const auto& [unpackedLength, failure] : rows) {
+    const Bytes deflated = DeflatedForm(plain, 264, packed, unpackedLength);
+    folder.Write("d.rco", deflated);
+    RcoFile file(folder / "d.rco");
+    EXPECT_EQ(test::NumberOf([&] { ConvertDeflatedHeader(file, editor.State(), prompts); }), static_cast<int>(failure))
+        << unpackedLength;
+    EXPECT_EQ(ReadWholeFile(folder / "d.rco"), deflated);
+    EXPECT_TRUE(FileExists(folder / "d.rco.bak"));
+    ExpectNoTemporaryFiles();
+  }
+}
+
+TEST_F(DeflatedHeadTest, ABlockOfOneOrTwoBytesHoldsNoStreamAndIsAFailureThatLeavesTheFile) {
+  for (const std::size_t packedLength : {1U, 2U}) {
+    const Bytes deflated = DeflatedForm(PlainSmall(), 264, Bytes(packedLength, 0x78), 100);
+    folder.Write("d.rco", deflated);
+    ExpectQuestion(Answer::Yes);
+    prompts.ExpectUnknownFailure(FailureCode::SubscriptOutOfRange, Answer::No);
+    editor.OpenRcoFile(folder / "d.rco");
+    EXPECT_EQ(ReadWholeFile(folder / "d.rco"), deflated);
+    EXPECT_TRUE(editor.State().cCurFile.empty());
+    ExpectNoTemporaryFiles();
+    DeleteFile(folder / "d.rco.bak");
+  }
 }
 
 TEST_F(DeflatedHeadTest, ABlockOfPlainDataIsTakenAsItIs) {
