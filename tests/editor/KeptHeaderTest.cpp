@@ -8,7 +8,7 @@ namespace {
 
 // The lengths of labels (68) and events (76), which would change if anybody worked them out again, and the longs
 // without a meaning.
-constexpr std::array<std::int32_t, 10> kKept = {8, 12, 20, 40, 44, 68, 76, 152, 156, 160};
+constexpr std::array<std::int32_t, 11> kKept = {8, 12, 16, 20, 40, 44, 68, 76, 152, 156, 160};
 
 class KeptHeader : public test::EditorFixture {
  protected:
@@ -49,6 +49,23 @@ TEST_F(KeptHeader, AChangedTextLeavesThemToo) {
 
 TEST_F(KeptHeader, AnAddedPageLeavesThemToo) {
   EXPECT_TRUE(editor.frmAddPage_cmdOK({.txtLabel = "page_new", .txtPos = "1", .txtDepth = "0", .cboID = 0}));
+  ExpectGrownAndKept();
+}
+
+TEST_F(KeptHeader, AnAddedAndAReplacedResourceLeaveThemToo) {
+  const std::string gim = folder.Write("a.gim", Bytes(600, 'M')).string();
+  EXPECT_TRUE(editor.frmAddGen_cmdOK({.txtFile = gim, .txtPos = "1", .txtLabel = "tex_new"}));
+  EXPECT_EQ(editor.Document().lst.Text(1), "[GIM] tex_new");
+  ExpectGrownAndKept();
+  const std::int64_t lengthBefore = FileLength(folder / "f.rco");
+  Bytes other(900);
+  for (std::size_t i = 0; i < other.size(); ++i) {
+    other[i] = static_cast<std::uint8_t>(i * i / 7);
+  }
+  prompts.ExpectFileDialog({.path = folder.Write("b.gim", other)});
+  editor.lst_Click(1);
+  EXPECT_TRUE(editor.cmdReplace());
+  EXPECT_GT(FileLength(folder / "f.rco"), lengthBefore);
   ExpectGrownAndKept();
 }
 

@@ -98,6 +98,17 @@ TEST_F(OpenRcoFileTest, AFileOfFourBytesOrFewerOfZerosIsNotAValidRco) {
   }
 }
 
+TEST_F(OpenRcoFileTest, AFileOfTheSignatureAloneReadsAsZerosBehindItAndOpensEmpty) {
+  OpenSmall();
+  for (const Bytes& content : {Bytes{0, 0x50, 0x52, 0x46}, Bytes{0, 0x50, 0x52, 0x46, 113}}) {
+    editor.OpenRcoFile(folder.Write("short.rco", content));
+    EXPECT_EQ(editor.State().cCurFile, folder / "short.rco");
+    EXPECT_EQ(AllLines(editor.Document()), std::vector<Lines>(7));
+    EXPECT_EQ(editor.Document().labelBase, 0);
+    EXPECT_EQ(ReadWholeFile(folder / "short.rco"), content);
+  }
+}
+
 TEST_F(OpenRcoFileTest, AWrongSignatureLeavesTheOpenDocumentAsItWas) {
   OpenSmall();
   Bytes other = SmallRco();
