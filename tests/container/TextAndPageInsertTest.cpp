@@ -1,5 +1,7 @@
 #include "InsertFixture.h"
 #include "container/Inserts.h"
+#include "text/TextEdit.h"
+#include "text/TextString.h"
 
 namespace kelvane {
 namespace {
@@ -82,6 +84,33 @@ TEST_F(TextInsertTest, AnAppendedTextStandsBehindTheLastStringAndItsLabelAtTheSt
   // The labels of the texts in front of it stay 4 bytes too low.
   EXPECT_EQ(document.lstText.Lines(), (std::vector<std::string>{"new", "a", "new"}));
   EXPECT_EQ(watch.Calls(), (std::vector<std::string>{"stop", "stop", "start", "stop", "start", "start", "start"}));
+}
+
+TEST_F(TextInsertTest, ALaterChangeGivesAnAppendedTextItsContent) {
+  InsertTextRsc(2, "new", Context(), After());
+  const Bytes appended = Content();
+  const std::int32_t texts = document.textDataBase;
+  const auto record = [this](std::size_t language, int item) { return document.langPos[language] + 48 + item * 12; };
+  // Strings of 8, 8, 8 and 20 bytes: the new ones are said to be 4 bytes behind the end of their language's.
+  document.cboTextLang.Select(0);
+  document.lstText.Select(2);
+  cmdTextChange(mod, document, watch, u"abc");
+  Expected e{appended};
+  e.Set(record(0, 2) + 4, 8);
+  for (const int item : {0, 1, 2}) {
+    e.Add(record(1, item) + 8, 12);
+  }
+  for (const int area : {64, 72, 128, 136, 144}) {
+    e.Add(area, 12);
+  }
+  // The first 4 bytes of the next language stand in front of the new string, and again behind it.
+  Bytes inserted = {'a', 0, 'b', 0, 'c', 0, 0, 0};
+  inserted.insert(inserted.end(), appended.begin() + texts + 16, appended.begin() + texts + 20);
+  e.Insert(texts + 20, inserted);
+  EXPECT_TRUE(Content() == e.bytes);
+  EXPECT_EQ(UpToFirstNul(GetTextString(mod, document, 2, 0)), u"abc");
+  EXPECT_EQ(UpToFirstNul(GetTextString(mod, document, 0, 1)), u"Yes");
+  EXPECT_EQ(UpToFirstNul(GetTextString(mod, document, 1, 1)), u"No, never");
 }
 
 TEST_F(TextInsertTest, APointerMoreThan32767BytesBehindTheRootIsFailure6AndWithYesItStays0) {
