@@ -3,7 +3,7 @@
 #include <random>
 
 #include "gim/ColourFinder.h"
-#include "gim/GuardedBytes.h"
+#include "support/GuardedBytes.h"
 
 namespace kelvane {
 namespace {
@@ -120,9 +120,7 @@ TEST(ColourFinder, AColourThatComesLateIsFoundAmongKnownOnes) {
 // `count` pixels whose colours take turns, `ahead` bytes in front of memory that can't be touched, with the indexes
 // right in front of such memory. The last pixel is of a colour of its own if `newAtEnd`.
 void ExpectTurns(std::size_t count, std::size_t colours, std::size_t ahead, bool newAtEnd, const WideLookup* wide) {
-  test::GuardedBytes pixelMemory(count * 4 + ahead);
-  test::GuardedBytes indexMemory(count);
-  const std::span<std::uint8_t> pixels = pixelMemory.Last(count * 4 + ahead).first(count * 4);
+  Bytes pixels(count * 4 + ahead);
   Bytes expected(count);
   for (std::size_t i = 0; i < count; ++i) {
     const bool isNew = newAtEnd && i + 1 == count;
@@ -131,10 +129,12 @@ void ExpectTurns(std::size_t count, std::size_t colours, std::size_t ahead, bool
   }
   Values palette(256);
   Int16 found = 0;
-  const std::span<std::uint8_t> indexes = indexMemory.Last(count);
-  EXPECT_TRUE(ColourFinder(palette, found, wide).FindOrAddAll(pixels, 255, indexes));
+  const test::GuardedBytes guarded(pixels);
+  test::GuardedBytes indexes{Bytes(count)};
+  EXPECT_TRUE(
+      ColourFinder(palette, found, wide).FindOrAddAll(guarded.View().first(count * 4), 255, {indexes.data(), count}));
   EXPECT_EQ(found, static_cast<std::int64_t>(std::min(count, colours + (newAtEnd ? 1 : 0))));
-  EXPECT_EQ(Bytes(indexes.begin(), indexes.end()), expected);
+  EXPECT_EQ(Bytes(indexes.View().begin(), indexes.View().end()), expected);
 }
 
 TEST(ColourFinder, ARestOfAnyLengthAtAnyPlaceIsIndexedAndNothingBehindItIsTouched) {

@@ -1,9 +1,7 @@
-#include <algorithm>
 #include <gtest/gtest.h>
-#include <span>
 
-#include "gim/GuardedBytes.h"
 #include "gim/RowExpander.h"
+#include "support/GuardedBytes.h"
 
 namespace kelvane {
 namespace {
@@ -52,19 +50,16 @@ void ExpectRowsAtTheEndOfMemory(int bits, const WideLookup* wide, ColourOf colou
   const Values palette = Colours(bits == 4 ? 16 : 256);
   const std::size_t pixelBytes = bits == 4 ? 8 : 4;
   RowExpander expander(palette, bits, wide);
-  test::GuardedBytes rowMemory(200);
-  test::GuardedBytes targetMemory(200 * pixelBytes + 1);
   for (std::size_t count = 0; count <= 200; ++count) {
     const Bytes row = Row(count);
-    std::copy(row.begin(), row.end(), rowMemory.Last(count).begin());
     Bytes expected(1 + count * pixelBytes, kUntouched);
     for (std::size_t x = 0; x < count * pixelBytes / 4; ++x) {
       WriteU32(expected, 1 + static_cast<std::int64_t>(x) * 4, palette[colourOf(row, x)]);
     }
-    const std::span<std::uint8_t> target = targetMemory.Last(expected.size());
-    std::fill(target.begin(), target.end(), kUntouched);
-    expander.Expand(rowMemory.Last(count), target.data() + 1);
-    ASSERT_EQ(Bytes(target.begin(), target.end()), expected) << count;
+    const test::GuardedBytes guardedRow(row);
+    test::GuardedBytes target(Bytes(expected.size(), kUntouched));
+    expander.Expand(guardedRow.View(), target.data() + 1);
+    ASSERT_EQ(Bytes(target.View().begin(), target.View().end()), expected) << count;
   }
 }
 

@@ -1,8 +1,8 @@
 // What the tests of the built-in inflate share.
 #pragma once
 
-#include "imaging/GuardedBytes.h"
 #include "imaging/InflateBuffer.h"
+#include "support/GuardedBytes.h"
 
 namespace kelvane::test {
 

@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "common/Bytes.h"
-#include "imaging/GuardedBytes.h"
 #include "imaging/PngFilters.h"
+#include "support/GuardedBytes.h"
 
 namespace kelvane {
 namespace {

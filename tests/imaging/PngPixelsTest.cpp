@@ -1,10 +1,10 @@
 // From samples to pixels: conversions, transparency, palettes.
 #include <algorithm>
 
-#include "imaging/GuardedBytes.h"
 #include "imaging/PngFilters.h"
 #include "imaging/PngLoad.h"
 #include "imaging/PngPixels.h"
+#include "support/GuardedBytes.h"
 
 namespace kelvane {
 namespace {
