@@ -34,8 +34,7 @@ class EditDialogsTest : public DialogFixture {
     ClickRow(tab == 2 ? "lstPageData" : "lstAnimData", row);
   }
   [[nodiscard]] std::uint32_t WordInFile(const EntryPlace& entry, int word) const {
-    return static_cast<std::uint32_t>(
-        ReadI32(ReadWholeFile(path), static_cast<std::size_t>(entry.entry + 40 + word * 4)));
+    return static_cast<std::uint32_t>(ReadI32(ReadWholeFile(path), entry.entry + 40 + word * 4));
   }
   void ExpectUntouched() {
     EXPECT_EQ(ReadWholeFile(path), built.bytes);

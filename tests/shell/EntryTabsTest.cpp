@@ -41,8 +41,7 @@ class EntryTabsTest : public WindowFixture {
     QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(row, 0)).center());
   }
   std::uint32_t WordInFile(const EntryPlace& entry, int word) {
-    return static_cast<std::uint32_t>(
-        ReadI32(ReadWholeFile(path), static_cast<std::size_t>(entry.entry + 40 + word * 4)));
+    return static_cast<std::uint32_t>(ReadI32(ReadWholeFile(path), entry.entry + 40 + word * 4));
   }
   QLineEdit* Box(int index) { return Find<QLineEdit>(("txtPageOpt(" + std::to_string(index) + ")").c_str()); }
 

@@ -22,7 +22,7 @@ class PreviewWindowTest : public DialogFixture {
  protected:
   PreviewWindowTest() {
     // Half of it can be seen through.
-    std::vector<std::uint32_t> pixels(40 * 20, Rgba(200, 0, 0));
+    std::vector<std::uint32_t> pixels(800, Rgba(200, 0, 0));
     std::fill_n(pixels.begin(), 400, Rgba(0, 0, 0, 0));
     builder.AddImage({.label = "img", .data = BuildRgbaGim(40, 20, pixels)});
     builder.AddGmo({.label = "model", .data = Bytes(8)});
