@@ -99,7 +99,7 @@ bool ScanGenRsc(RcoFile& file, RcoDocument& document) {
 
 std::int32_t GetGenDataPos(const RcoDocument& document, Int16 index) {
   const GenRsc& record = At(document.genRsc, index.Int());
-  return AddInt32(At(document.dataAreas, (record.rscKind.Int() - 1) * 2), record.dataOffset);
+  return AddInt32(At(document.dataAreas, (std::int64_t{record.rscKind.Int()} - 1) * 2), record.dataOffset);
 }
 
 }  // namespace kelvane
