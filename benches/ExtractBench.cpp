@@ -9,9 +9,8 @@
 #include <zlib.h>
 
 #include "Figures.h"
+#include "GenDocument.h"
 #include "common/Files.h"
-#include "container/GenScan.h"
-#include "container/RcoFormat.h"
 #include "resources/Extraction.h"
 #include "support/Deflate.h"
 #include "support/GimBuilder.h"
@@ -76,14 +75,6 @@ void WriteAtOnce(const fs::path& path, ByteView bytes) {
   }
 }
 
-// A question comes after a failure only, and then the figure would be worth nothing.
-Answer AnswerOf(const Message& message) {
-  if (message.buttons != Buttons::Ok) {
-    throw std::runtime_error(message.text);
-  }
-  return Answer::Ok;
-}
-
 // Puts temporary files into memory, unless the user has said where. Disks have file systems that don't use again at
 // once what was just deleted: behind the turn before, that takes most of the time on either side, or on one alone.
 void UseMemoryForFiles() {
@@ -112,10 +103,7 @@ class Run {
     mod_.cAppPath = folder_ / "program/";
     mod_.cCurFile = folder_ / "screen.rco";
     WriteWholeFile(mod_.cCurFile, builder.Build().bytes);
-    RcoFile file(mod_.cCurFile);
-    document_.labelBase = file.ReadI32At(rco::hdrLabelOffset);
-    file.ReadLongsAt(rco::kDataAreaLongsAt, document_.dataAreas);
-    ScanGenRsc(file, document_);
+    OpenGenRsc(mod_, document_);
   }
 
   void EmptyFolder() {

@@ -8,9 +8,8 @@
 #include <string>
 
 #include "Figures.h"
+#include "GenDocument.h"
 #include "common/Files.h"
-#include "container/GenScan.h"
-#include "container/RcoFormat.h"
 #include "resources/Replacement.h"
 #include "support/Deflate.h"
 #include "support/GimBuilder.h"
@@ -28,14 +27,6 @@ namespace fs = std::filesystem;
 constexpr double kBesideZlibAim = 1.3;
 constexpr double kTenTimesAsManyAim = 11;
 constexpr int kBestCompression = 9;
-
-// A question comes after a failure only, and then the figure would be worth nothing.
-Answer AnswerOf(const Message& message) {
-  if (message.buttons != Buttons::Ok) {
-    throw std::runtime_error(message.text);
-  }
-  return Answer::Ok;
-}
 
 // Pixels as of an icon: a few shapes on a gradient, some noise.
 std::vector<std::uint32_t> IconPixels(int side, unsigned seed) {
@@ -85,10 +76,7 @@ class Run {
     mod_.cAppPath = folder_ / "program/";
     mod_.cCurFile = folder_ / "home/screen.rco";
     WriteWholeFile(mod_.cCurFile, builder.Build().bytes);
-    RcoFile file(mod_.cCurFile);
-    document_.labelBase = file.ReadI32At(rco::hdrLabelOffset);
-    file.ReadLongsAt(rco::kDataAreaLongsAt, document_.dataAreas);
-    ScanGenRsc(file, document_);
+    OpenGenRsc(mod_, document_);
   }
 
   void ReplaceAll() {
